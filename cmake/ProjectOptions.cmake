@@ -1,0 +1,28 @@
+# Language level, warnings and sanitizers of every target of this project, in one interface target.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# RUNPATH, never RPATH: LD_LIBRARY_PATH must win, because it is how another driver library is put in front.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+add_link_options("$<$<PLATFORM_ID:Linux>:LINKER:--enable-new-dtags>")
+
+add_library(project_options INTERFACE)
+target_include_directories(project_options INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(project_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wcast-align -Wnull-dereference -Wformat=2
+  $<$<BOOL:${SHORTTEST_WERROR}>:-Werror>)
+if(WIN32)
+  target_compile_definitions(project_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601)
+endif()
+
+if(SHORTTEST_SANITIZE)
+  add_compile_options(-fsanitize=${SHORTTEST_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${SHORTTEST_SANITIZE})
+endif()
