@@ -96,8 +96,8 @@ class TShortTestData {
   void Put(std::int32_t i, std::int32_t j, CellState state, double resistance);
 
   /// Takes channel index `channel` out of the test, on which voltage `v` (volts) was found: all its pairs
-  /// become NotTestable, its diagonal Suspended. Suspending it once more leaves its pairs with other suspended
-  /// channels as they are.
+  /// become NotTestable, its diagonal Suspended. Suspending it once more leaves its pairs with other
+  /// suspended channels as they are.
   void SuspendChannel(std::int32_t channel, double v);
 
   /// Voltage recorded for a channel index, volts; 0.0 when none was found.
@@ -107,7 +107,7 @@ class TShortTestData {
   std::int32_t Highconnections() const { return static_cast<std::int32_t>(connections.size()) - 1; }
 
   /// Number of relay cards of 48 channels needed to reach channel `bis`.
-  std::int32_t AnzahlKarten() const { return (bis - 1) / 48 + 1; }
+  std::int32_t AnzahlKarten() const;
 
   /// Changes the range and keeps what is known of every pair of channels that stays; pairs with a new channel
   /// start Unknown. Throws std::length_error like the constructor and then changes nothing.

@@ -40,7 +40,8 @@ BRENMOR_API std::int32_t brenmor_msu_write_relay(std::int32_t relay, std::int32_
 /// (10, 1..6, 2) reads a resistance in Ohm (range 1), kOhm (ranges 2 to 4) or MOhm (ranges 5 and 6).
 BRENMOR_API double brenmor_adx_read(std::int32_t function, std::int32_t range, std::int32_t setting);
 
-/// Generation of the measuring hardware. Generation 1 discharges a device only through a terminating resistor.
+/// Generation of the measuring hardware. Generation 1 discharges a device only through a terminating
+/// resistor.
 BRENMOR_API std::int32_t brenmor_adx_hw_generation();
 
 /// Nonzero while the driver holds a pending error.

@@ -10,7 +10,8 @@
 
 /// Host package kxscript: script expressions, their values, the script environment, parameter lists.
 
-/// A text that is not what the script language expects. `Column` counts from 1 within the text that was parsed.
+/// A text that is not what the script language expects. `Column` counts from 1 within the text that was
+/// parsed.
 class KX_API TKXScriptError : public std::runtime_error {
  public:
   TKXScriptError(const std::string& message, std::size_t column);
@@ -96,7 +97,8 @@ class KX_API TParamList {
   /// Adds a parameter, or replaces the one of the same name.
   void Set(const std::string& name, const std::string& expression, std::unique_ptr<TKXValue> value);
 
-  /// The value object of the named parameter; null when there is none or it was not evaluated. The list owns it.
+  /// The value object of the named parameter; null when there is none or it was not evaluated. The list owns
+  /// it.
   const TKXValue* GetValue(const std::string& name) const;
 
   /// The parameter's expression as the script has it; empty when there is no such parameter.
