@@ -57,13 +57,14 @@ class RunningCheck {
   const TShortTestData& data_;
 };
 
+// Each pass counts against MaxError on its own; between the passes their sum decides. Passes 3 and 4 run as a
+// pair.
 void RunPasses(const TShortTestData& data, TShortTestData& work) {
   std::int64_t errors = CheckConnectionPass(data, work);
-  if (errors < data.MaxError) errors += CheckVoltagePass(data, work);
-  if (errors < data.MaxError) {
-    const TConnFound candidates = CheckIsolationPass(data, work);
-    errors += CheckPairPass(data, work, candidates);
-  }
+  if (errors >= data.MaxError) return;
+  errors += CheckVoltagePass(data, work);
+  if (errors >= data.MaxError) return;
+  CheckPairPass(data, work, CheckIsolationPass(data, work));
 }
 
 }  // namespace
