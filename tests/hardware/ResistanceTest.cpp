@@ -193,6 +193,12 @@ TEST_F(ResistanceTest, AReadingThatIsNotANumberIsNoMeasurement) {
   EXPECT_THROW(MeasureResistance(10), std::runtime_error);
 }
 
+TEST_F(ResistanceTest, NotANumberAmongGoodReadingsIsNoMeasurementEither) {
+  driver.NextReadings({5.0, NotANumber, 5.0, 5.0});
+  EXPECT_THROW(MeasureResistance(10), std::runtime_error);
+  EXPECT_EQ(log.Text(), Resistance(1, 2));
+}
+
 TEST_F(ResistanceTest, ADriverErrorExplainsNotANumberBetter) {
   driver.AllReadings([](int) { return NotANumber; });
   driver.FailAt(1, "instrument unplugged");
