@@ -15,5 +15,5 @@ use_wine() {
   export WINEDLLOVERRIDES="winemenubuilder.exe=;mscoree=;mshtml="
   export WINESERVER=$wine_server
   # The toolkit's DLLs.
-  export WINEPATH="Z:$cross_prefix_link/lib"
+  export WINEPATH="Z:$cross_prefix_link/lib/gcc_x64_dll"
 }
