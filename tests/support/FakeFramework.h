@@ -20,7 +20,8 @@ struct SentMessage {
   std::u16string text;
 };
 
-/// Receives every message sent while it lives; the log gets "send TEXT" (UTF-16 above ASCII as "?").
+/// The host's message window: receives what is sent to its handle while it lives. The log gets "send TEXT"
+/// (UTF-16 above ASCII as "?"). On Windows it is a window of the system, which alone gets the system's call.
 class MessageRecorder {
  public:
   explicit MessageRecorder(CallLog& log);
@@ -28,15 +29,19 @@ class MessageRecorder {
   MessageRecorder(const MessageRecorder&) = delete;
   MessageRecorder& operator=(const MessageRecorder&) = delete;
 
+  /// The window's handle, which has 32 significant bits.
+  std::uint32_t Handle() const { return static_cast<std::uint32_t>(window_); }
+
   const std::vector<SentMessage>& Messages() const { return messages_; }
   /// The texts, UTF-16 turned into UTF-8 (below U+10000), each ended by a line feed.
   std::string Records() const;
+  void Clear() { messages_.clear(); }
 
   void Take(const SentMessage& message);
 
  private:
   CallLog& log_;
-  MessageRecorder* before_;
+  std::uintptr_t window_;
   std::vector<SentMessage> messages_;
 };
 
