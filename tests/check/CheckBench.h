@@ -12,6 +12,7 @@
 #include "platform/kxcomponents.h"
 #include "tests/support/Bench.h"
 #include "tests/support/FakeFramework.h"
+#include "tests/support/FakeTestEnvironment.h"
 #include "tests/support/FakeUserInterface.h"
 #include "tests/support/MatrixText.h"
 

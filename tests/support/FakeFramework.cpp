@@ -3,6 +3,7 @@
 #include <map>
 #include <stdexcept>
 
+#include "platform/Kxcommandinterfaces.h"
 #include "platform/WindowMessages.h"
 #include "platform/kxcomponents.h"
 
@@ -96,17 +97,6 @@ std::string MessageRecorder::Records() const {
     records += "\n";
   }
   return records;
-}
-
-int FakeTestEnvironment::QueryInterface(const char* /*name*/, void** object) {
-  *object = nullptr;
-  return 1;
-}
-
-void FakeTestEnvironment::CancelTest() {
-  ++cancels_;
-  log_.Add("cancel test");
-  if (throws_) throw std::runtime_error("the host failed");
 }
 
 }  // namespace shorttest::testkit

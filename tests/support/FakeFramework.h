@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/Kxcommandinterfaces.h"
 #include "tests/support/CallLog.h"
 
 /// The part of the host framework that learning and checking need: Application, TestEnvironment and
@@ -43,26 +42,6 @@ class MessageRecorder {
   CallLog& log_;
   std::uintptr_t window_;
   std::vector<SentMessage> messages_;
-};
-
-/// The host's running test; the log gets "cancel test". It does not become TestEnvironment() by itself.
-class FakeTestEnvironment : public ITestEnvironment {
- public:
-  explicit FakeTestEnvironment(CallLog& log) : log_(log) {}
-  virtual ~FakeTestEnvironment() = default;
-
-  int Cancels() const { return cancels_; }
-  void ThrowOnCancel() { throws_ = true; }
-
-  int QueryInterface(const char* name, void** object) override;
-  int AddRef() override { return 1; }
-  int Release() override { return 1; }
-  void CancelTest() override;
-
- private:
-  CallLog& log_;
-  int cancels_ = 0;
-  bool throws_ = false;
 };
 
 }  // namespace shorttest::testkit
