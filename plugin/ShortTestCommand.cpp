@@ -25,14 +25,14 @@ TKXShortTestCommand::TKXShortTestCommand(TKXParser* parser)
 TKXRunEdit* TKXShortTestCommand::Create(TKXParser* parser) const { return new TKXShortTestCommand(parser); }
 
 void TKXShortTestCommand::Run(const TParamList& params) {
+  // Parameter and routine are the host's promise. A host that breaks it gets an error instead of a crash.
   const TKXValue* const dataFile = params.GetValue("Datafile");
-  const TBreInit initHardware = shorttest::KeptHostValues().breInit;
-  // Both are the host's promise. A host that breaks it gets an error instead of a crash.
   if (dataFile == nullptr) throw std::invalid_argument("ShortTest: the parameter Datafile has no value");
-  if (initHardware == nullptr) throw std::logic_error("ShortTest: the host gave no BreInit routine");
 
   // The name as it stands: the host has evaluated the argument already.
   const TShortTestData expectation(dataFile->GetText());
+  const TBreInit initHardware = shorttest::KeptHostValues().breInit;
+  if (initHardware == nullptr) throw std::logic_error("ShortTest: the host gave no BreInit routine");
   initHardware();
   RunShortTest(expectation);
 }

@@ -89,6 +89,12 @@ TEST_F(Command, AMissingFileStopsItBeforeAnythingElse) {
   EXPECT_EQ(log.Text(), "");
 }
 
+TEST_F(Command, AMissingFileIsToldBeforeAMissingRoutine) {
+  hostValues.Put("BreInit", 0);
+  Register();
+  EXPECT_THROW(Run(Base(), InFolder("nowhere.ini")), std::system_error);
+}
+
 TEST_F(Command, AHostWithoutTheRoutineGetsAnError) {
   hostValues.Put("BreInit", 0);
   Register();
