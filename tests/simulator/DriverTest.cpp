@@ -222,6 +222,8 @@ struct UnusableRow {
   const char* text;    ///< what every error ends in
 };
 
+void PrintTo(const UnusableRow& row, std::ostream* out) { *out << row.name; }
+
 class UnusableDevice : public SimulatedDriver, public testing::WithParamInterface<UnusableRow> {};
 
 TEST_P(UnusableDevice, FailsEveryCallWithTheReason) {
