@@ -50,6 +50,35 @@ TEST_F(Command, WantsItsOneParameter) {
   EXPECT_TRUE(Base().CheckParams(params));
 }
 
+// --- parameters and the editor dialog ---
+
+TEST_F(Command, MovesTheParameterIntoTheDialogAndBack) {
+  TParamList params;
+  params.Set("Datafile", "PROJEKTPFAD + \"a.ini\"", nullptr);
+  Base().ReadParams(params);
+  TParamList moved;
+  Base().SetParams(moved);
+  EXPECT_EQ(moved.GetExpression("Datafile"), "PROJEKTPFAD + \"a.ini\"");
+}
+
+TEST_F(Command, HasNoFileNameByDefault) {
+  TParamList params;
+  params.Set("Datafile", "\"a.ini\"", nullptr);
+  Base().ReadParams(params);
+  Base().SetDefaults();
+  Base().SetParams(params);
+  EXPECT_EQ(params.GetExpression("Datafile"), "");
+}
+
+TEST_F(Command, EachInstanceHasADialogOfItsOwn) {
+  const auto other = MakeCommand();
+  TParamList params;
+  params.Set("Datafile", "\"a.ini\"", nullptr);
+  Base().ReadParams(params);
+  other->SetParams(params);
+  EXPECT_EQ(params.GetExpression("Datafile"), "");
+}
+
 // --- Run ---
 
 TEST_F(Command, InitialisesTheHardwareOnceAndThenChecks) {
