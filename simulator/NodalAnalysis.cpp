@@ -37,7 +37,7 @@ Matrix ConductanceMatrix(const std::vector<Branch>& branches, Eigen::Index unkno
     if (branch.b != Reference) entries.emplace_back(Unknown(branch.b), Unknown(branch.b), siemens);
     if (branch.a != Reference && branch.b != Reference) {
       // The factorisation reads the lower triangle alone.
-      const auto [column, row] = std::minmax(Unknown(branch.a), Unknown(branch.b));
+      const auto [column, row] = std::minmax({Unknown(branch.a), Unknown(branch.b)});
       entries.emplace_back(row, column, -siemens);
     }
   }

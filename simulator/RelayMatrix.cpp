@@ -34,7 +34,7 @@ RelayMatrix::RelayMatrix(const DeviceDescription& description)
 
 bool RelayMatrix::Write(std::int32_t address, std::int32_t value) {
   const std::string where = "bus address " + std::to_string(address);
-  if (address < FirstAddress || address >= FirstAddress + MaxCards * LineCount) {
+  if (address < FirstAddress || address >= FirstAddress + CardLineCount) {
     throw DriverError("there is no " + where);
   }
   const int card = (address - FirstAddress) / LineCount;

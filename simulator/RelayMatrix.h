@@ -47,13 +47,13 @@ class RelayMatrix {
 
   LineRelays& Coils(int card, int line) { return coils_[Index(card, line)]; }
   LineRelays Contacts(int card, int line) const;
-  static std::size_t Index(int card, int line) { return static_cast<std::size_t>(LineCount * card + line); }
+  static std::size_t Index(int card, int line) { return static_cast<std::size_t>(CardLineIndex(card, line)); }
 
   std::array<bool, MaxCards> fitted_;
   bool missingFirstCardIsError_;
-  std::array<LineRelays, MaxCards * LineCount> coils_{};
-  std::array<LineRelays, MaxCards * LineCount> stuckOpen_{};
-  std::array<LineRelays, MaxCards * LineCount> stuckClosed_{};
+  std::array<LineRelays, CardLineCount> coils_{};
+  std::array<LineRelays, CardLineCount> stuckOpen_{};
+  std::array<LineRelays, CardLineCount> stuckClosed_{};
 };
 
 }  // namespace simulator

@@ -9,6 +9,10 @@ constexpr int MaxCards = 5;
 constexpr int ChannelsPerCard = 48;
 constexpr int MaxChannels = MaxCards * ChannelsPerCard;
 constexpr int LineCount = 2;
+constexpr int CardLineCount = MaxCards * LineCount;
+
+/// Number of a card's line over all cards, in the order of the bus addresses; both count from 0.
+constexpr int CardLineIndex(int card, int line) { return LineCount * card + line; }
 
 /// Nodes of the circuit that tester and device form together.
 namespace nodes {
@@ -21,7 +25,7 @@ constexpr Node Ground = LineCount;
 
 /// The piece of a line that lies on one card (card counted from 0).
 constexpr Node CardLine(int card, int line) {
-  return Ground + 1 + static_cast<Node>(LineCount * card + line);
+  return Ground + 1 + static_cast<Node>(CardLineIndex(card, line));
 }
 
 /// The points of the device: first all channels (counted from 0), behind them its inner nodes.
