@@ -93,12 +93,22 @@ class TemporaryFile {
   bool placed_ = false;
 };
 
+// Whether there is a file to `what`. Only a file has a whole content: a device can be endless, and a pipe
+// waits for ever.
+bool FileExists(const std::string& what, const fs::path& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::none) Fail(what, path, error);
+  if (fs::is_directory(status)) Fail(what, path, std::make_error_code(std::errc::is_a_directory));
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    Fail(what, path, std::make_error_code(std::errc::not_supported));
+  }
+  return fs::exists(status);
+}
+
 // A file that must not be written must not be replaced either, although its directory would allow it.
 void RequireWritable(const fs::path& path) {
-  const fs::file_status status = fs::status(path);
-  if (!fs::exists(status)) return;
-  if (fs::is_directory(status)) Fail("write", path, std::make_error_code(std::errc::is_a_directory));
-  if (!fs::is_regular_file(status)) Fail("write", path, std::make_error_code(std::errc::not_supported));
+  if (!FileExists("write", path)) return;
   errno = 0;
   const std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
   if (!file) Fail("write", path, LastStreamError());
@@ -116,8 +126,8 @@ std::string PathText(const fs::path& path) {
 }
 
 std::string ReadWholeFile(const fs::path& path) {
-  std::error_code error;
-  if (fs::is_directory(path, error)) Fail("read", path, std::make_error_code(std::errc::is_a_directory));
+  if (!FileExists("open", path))
+    Fail("open", path, std::make_error_code(std::errc::no_such_file_or_directory));
   errno = 0;
   std::ifstream file(path, std::ios::binary);
   if (!file) Fail("open", path, LastStreamError());

@@ -63,5 +63,26 @@ TEST_F(FileAccessPosix, ALinkToItselfFailsAndStays) {
   EXPECT_THAT(FolderContent(), ElementsAre("loop.exp"));
 }
 
+// Endless devices and pipes that nobody writes to: refused, never read.
+TEST_F(FileAccessPosix, OnlyFilesAreRead) {
+  ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
+  for (const std::string& name : {std::string("/dev/zero"), std::string("/dev/full"), Name("pipe")}) {
+    const auto error = Thrown<std::system_error>([&name] { TShortTestData data(name); });
+    ASSERT_TRUE(error) << name;
+    EXPECT_THAT(error->message, HasSubstr(name));
+  }
+}
+
+TEST_F(FileAccessPosix, OnlyFilesAreReplaced) {
+  ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
+  for (const std::string& name : {std::string("/dev/full"), Name("pipe")}) {
+    const auto error = Thrown<std::system_error>([&name] { TShortTestData(1, 4).SaveExpectationFile(name); });
+    ASSERT_TRUE(error) << name;
+    EXPECT_THAT(error->message, HasSubstr(name));
+  }
+  EXPECT_TRUE(fs::is_fifo(Path("pipe")));
+  EXPECT_THAT(FolderContent(), ElementsAre("pipe"));
+}
+
 }  // namespace
 }  // namespace data_test
