@@ -1,6 +1,8 @@
 #include "data/FileAccess.h"
 
+#include <array>
 #include <cerrno>
+#include <cstddef>
 #include <fstream>
 #include <system_error>
 
@@ -131,7 +133,11 @@ std::string ReadWholeFile(const fs::path& path) {
   errno = 0;
   std::ifstream file(path, std::ios::binary);
   if (!file) Fail("open", path, LastStreamError());
-  std::string content((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  std::string content;
+  std::array<char, 16384> block{};
+  while (file.read(block.data(), block.size()) || file.gcount() > 0) {
+    content.append(block.data(), static_cast<std::size_t>(file.gcount()));
+  }
   if (file.bad()) Fail("read", path, LastStreamError());
   return content;
 }

@@ -84,5 +84,15 @@ TEST_F(FileAccessPosix, OnlyFilesAreReplaced) {
   EXPECT_THAT(FolderContent(), ElementsAre("pipe"));
 }
 
+// The memory of this process: a file as far as the system says, with nothing to read at its start.
+TEST_F(FileAccessPosix, AReadErrorNamesTheFileAndTheCause) {
+  const std::string name = "/proc/self/mem";
+  ASSERT_TRUE(fs::is_regular_file(name));
+  const auto error = Thrown<std::system_error>([&name] { ReadWholeFile(name); });
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->code, std::errc::io_error);
+  EXPECT_THAT(error->message, HasSubstr(name));
+}
+
 }  // namespace
 }  // namespace data_test
