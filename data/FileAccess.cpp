@@ -108,6 +108,17 @@ bool FileExists(const std::string& what, const fs::path& path) {
   return fs::exists(status);
 }
 
+// Where a chain of links ends, whether or not something is there.
+fs::path FollowLinks(fs::path path) {
+  constexpr int MostLinks = 40;  // as many as the systems follow themselves
+  std::error_code error;
+  for (int n = 0; fs::is_symlink(fs::symlink_status(path, error)); ++n) {
+    if (n == MostLinks) Fail("write", path, std::make_error_code(std::errc::too_many_symbolic_link_levels));
+    path = path.parent_path() / fs::read_symlink(path);
+  }
+  return path;
+}
+
 // A file that must not be written must not be replaced either, although its directory would allow it.
 void RequireWritable(const fs::path& path) {
   if (!FileExists("write", path)) return;
@@ -143,7 +154,7 @@ std::string ReadWholeFile(const fs::path& path) {
 }
 
 void ReplaceFile(const fs::path& path, const std::string& content) {
-  const fs::path target = fs::is_symlink(fs::symlink_status(path)) ? fs::weakly_canonical(path) : path;
+  const fs::path target = FollowLinks(path);
   RequireWritable(target);
   TemporaryFile temporary(target);
   temporary.Write(content);

@@ -55,6 +55,14 @@ TEST_F(FileAccessPosix, AChainOfLinksIsFollowedToItsEnd) {
   EXPECT_EQ(Content("target.exp"), "new");
 }
 
+TEST_F(FileAccessPosix, ALinkToAFileThatDoesNotExistYetCreatesIt) {
+  fs::create_directory(Path("real"));
+  fs::create_symlink("real/target.exp", Path("link.exp"));
+  ReplaceFile(Path("link.exp"), "new");
+  EXPECT_TRUE(fs::is_symlink(Path("link.exp")));
+  EXPECT_EQ(Content("real/target.exp"), "new");
+}
+
 TEST_F(FileAccessPosix, ALinkToItselfFailsAndStays) {
   fs::create_symlink("loop.exp", Path("loop.exp"));
   EXPECT_THROW(ReplaceFile(Path("loop.exp"), "new"), std::system_error);
