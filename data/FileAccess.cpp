@@ -59,21 +59,36 @@ void FlushDirectory(const fs::path& directory) { static_cast<void>(FlushToDisk(d
 
 #endif
 
+// Whether there is a file to `what`; anything but a file or nothing is an error. Only a file has a whole
+// content: a device can be endless, and a pipe waits for ever.
+bool FileExists(const std::string& what, const fs::path& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::none) Fail(what, path, error);
+  if (fs::is_directory(status)) Fail(what, path, std::make_error_code(std::errc::is_a_directory));
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    Fail(what, path, std::make_error_code(std::errc::not_supported));
+  }
+  return fs::exists(status);
+}
+
 // The new content beside the file; gone again unless it was put in the file's place.
 class TemporaryFile {
  public:
   explicit TemporaryFile(const fs::path& target) : path_(target) { path_ += ".new~"; }
   ~TemporaryFile() {
     std::error_code ignored;
-    if (!placed_) fs::remove(path_, ignored);
+    if (created_ && !placed_) fs::remove(path_, ignored);
   }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-  void Write(const std::string& content) const {
+  void Write(const std::string& content) {
+    RemoveRemains();
     errno = 0;
     std::ofstream file(path_, std::ios::binary | std::ios::trunc);
     if (!file) Fail("write", path_, LastStreamError());
+    created_ = true;
     file.write(content.data(), static_cast<std::streamsize>(content.size()));
     file.close();
     if (!file) Fail("write", path_, LastStreamError());
@@ -91,22 +106,18 @@ class TemporaryFile {
   }
 
  private:
+  // What a killed save has left, or a link that somebody has put there.
+  void RemoveRemains() const {
+    static_cast<void>(FileExists("write", path_));
+    std::error_code error;
+    fs::remove(path_, error);
+    if (error) Fail("write", path_, error);
+  }
+
   fs::path path_;
+  bool created_ = false;
   bool placed_ = false;
 };
-
-// Whether there is a file to `what`. Only a file has a whole content: a device can be endless, and a pipe
-// waits for ever.
-bool FileExists(const std::string& what, const fs::path& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::none) Fail(what, path, error);
-  if (fs::is_directory(status)) Fail(what, path, std::make_error_code(std::errc::is_a_directory));
-  if (fs::exists(status) && !fs::is_regular_file(status)) {
-    Fail(what, path, std::make_error_code(std::errc::not_supported));
-  }
-  return fs::exists(status);
-}
 
 // Where a chain of links ends, whether or not something is there.
 fs::path FollowLinks(fs::path path) {
@@ -139,8 +150,9 @@ std::string PathText(const fs::path& path) {
 }
 
 std::string ReadWholeFile(const fs::path& path) {
-  if (!FileExists("open", path))
+  if (!FileExists("open", path)) {
     Fail("open", path, std::make_error_code(std::errc::no_such_file_or_directory));
+  }
   errno = 0;
   std::ifstream file(path, std::ios::binary);
   if (!file) Fail("open", path, LastStreamError());

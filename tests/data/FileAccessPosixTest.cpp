@@ -71,6 +71,20 @@ TEST_F(FileAccessPosix, ALinkToItselfFailsAndStays) {
   EXPECT_THAT(FolderContent(), ElementsAre("loop.exp"));
 }
 
+// A link in the copy's place, put there by whoever may write into the folder, is not written through.
+TEST_F(FileAccessPosix, ALinkInTheCopysPlaceIsNotFollowed) {
+  Write("old.exp", "old");
+  Write("innocent", "untouched");
+  fs::create_symlink("innocent", Path("old.exp.new~"));
+  ReplaceFile(Path("old.exp"), "new");
+  EXPECT_EQ(Content("innocent"), "untouched");
+  fs::create_symlink("nothing yet", Path("old.exp.new~"));
+  ReplaceFile(Path("old.exp"), "newer");
+  EXPECT_FALSE(fs::is_symlink(Path("old.exp")));
+  EXPECT_EQ(Content("old.exp"), "newer");
+  EXPECT_THAT(FolderContent(), ElementsAre("innocent", "old.exp"));
+}
+
 // Endless devices and pipes that nobody writes to: refused, never read.
 TEST_F(FileAccessPosix, OnlyFilesAreRead) {
   ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
