@@ -122,6 +122,8 @@ class KX_API TKXThreadRunEdit : public TKXRunEdit {
   const std::string& CommandName() const { return name_; }
   /// Declared parameters, from the prototype.
   const std::vector<TKXPrototypeParam>& Parameters() const { return parameters_; }
+  /// What SetClientData was given last; null before.
+  void* ClientData() const { return clientData_; }
 
  protected:
   /// Keeps the prototype, the editor dialog (and owns it; it may be null for a command without a dialog)

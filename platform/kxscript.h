@@ -104,6 +104,9 @@ class KX_API TParamList {
   /// The parameter's expression as the script has it; empty when there is no such parameter.
   std::string GetExpression(const std::string& name) const;
 
+  /// True when the list holds a parameter of that name, evaluated or not.
+  bool Contains(const std::string& name) const;
+
   const std::vector<TParam>& Items() const { return items_; }
 
  private:

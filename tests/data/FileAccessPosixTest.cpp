@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using shorttest::ReadWholeFile;
-using shorttest::ReplaceFile;
+using shorttest::ReplaceWholeFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -29,7 +29,7 @@ TEST_F(FileAccessPosix, AReplacedFileKeepsItsPermissions) {
   for (const auto mode : {0600, 0640, 0666, 0755}) {
     Write("old.exp", "old");
     fs::permissions(Path("old.exp"), static_cast<fs::perms>(mode));
-    ReplaceFile(Path("old.exp"), "new");
+    ReplaceWholeFile(Path("old.exp"), "new");
     EXPECT_EQ(Permissions("old.exp"), static_cast<fs::perms>(mode));
     EXPECT_EQ(Content("old.exp"), "new");
   }
@@ -39,7 +39,7 @@ TEST_F(FileAccessPosix, ALinkIsFollowedAndStaysALink) {
   fs::create_directory(Path("real"));
   Write("real/target.exp", "old");
   fs::create_symlink("real/target.exp", Path("link.exp"));
-  ReplaceFile(Path("link.exp"), "new");
+  ReplaceWholeFile(Path("link.exp"), "new");
   EXPECT_TRUE(fs::is_symlink(Path("link.exp")));
   EXPECT_EQ(Content("real/target.exp"), "new");
   EXPECT_THAT(FolderContent(), ElementsAre("link.exp", "real"));
@@ -49,7 +49,7 @@ TEST_F(FileAccessPosix, AChainOfLinksIsFollowedToItsEnd) {
   Write("target.exp", "old");
   fs::create_symlink("target.exp", Path("second.exp"));
   fs::create_symlink(Path("second.exp"), Path("first.exp"));
-  ReplaceFile(Path("first.exp"), "new");
+  ReplaceWholeFile(Path("first.exp"), "new");
   EXPECT_TRUE(fs::is_symlink(Path("first.exp")));
   EXPECT_TRUE(fs::is_symlink(Path("second.exp")));
   EXPECT_EQ(Content("target.exp"), "new");
@@ -58,14 +58,14 @@ TEST_F(FileAccessPosix, AChainOfLinksIsFollowedToItsEnd) {
 TEST_F(FileAccessPosix, ALinkToAFileThatDoesNotExistYetCreatesIt) {
   fs::create_directory(Path("real"));
   fs::create_symlink("real/target.exp", Path("link.exp"));
-  ReplaceFile(Path("link.exp"), "new");
+  ReplaceWholeFile(Path("link.exp"), "new");
   EXPECT_TRUE(fs::is_symlink(Path("link.exp")));
   EXPECT_EQ(Content("real/target.exp"), "new");
 }
 
 TEST_F(FileAccessPosix, ALinkToItselfFailsAndStays) {
   fs::create_symlink("loop.exp", Path("loop.exp"));
-  EXPECT_THROW(ReplaceFile(Path("loop.exp"), "new"), std::system_error);
+  EXPECT_THROW(ReplaceWholeFile(Path("loop.exp"), "new"), std::system_error);
   EXPECT_THROW(ReadWholeFile(Path("loop.exp")), std::system_error);
   EXPECT_TRUE(fs::is_symlink(Path("loop.exp")));
   EXPECT_THAT(FolderContent(), ElementsAre("loop.exp"));
@@ -76,10 +76,10 @@ TEST_F(FileAccessPosix, ALinkInTheCopysPlaceIsNotFollowed) {
   Write("old.exp", "old");
   Write("innocent", "untouched");
   fs::create_symlink("innocent", Path("old.exp.new~"));
-  ReplaceFile(Path("old.exp"), "new");
+  ReplaceWholeFile(Path("old.exp"), "new");
   EXPECT_EQ(Content("innocent"), "untouched");
   fs::create_symlink("nothing yet", Path("old.exp.new~"));
-  ReplaceFile(Path("old.exp"), "newer");
+  ReplaceWholeFile(Path("old.exp"), "newer");
   EXPECT_FALSE(fs::is_symlink(Path("old.exp")));
   EXPECT_EQ(Content("old.exp"), "newer");
   EXPECT_THAT(FolderContent(), ElementsAre("innocent", "old.exp"));

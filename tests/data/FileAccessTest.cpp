@@ -12,7 +12,7 @@ namespace {
 using shorttest::AbsolutePath;
 using shorttest::PathText;
 using shorttest::ReadWholeFile;
-using shorttest::ReplaceFile;
+using shorttest::ReplaceWholeFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -57,16 +57,16 @@ TEST_F(FileAccess, ReadingAFolderNamesIt) {
 }
 
 TEST_F(FileAccess, CreatesANewFile) {
-  ReplaceFile(Path("new.exp"), AnyBytes);
+  ReplaceWholeFile(Path("new.exp"), AnyBytes);
   EXPECT_EQ(Content("new.exp"), AnyBytes);
   EXPECT_THAT(FolderContent(), ElementsAre("new.exp"));
 }
 
 TEST_F(FileAccess, ReplacesTheWholeContent) {
   Write("old.exp", std::string(10000, 'x'));
-  ReplaceFile(Path("old.exp"), AnyBytes);
+  ReplaceWholeFile(Path("old.exp"), AnyBytes);
   EXPECT_EQ(Content("old.exp"), AnyBytes);
-  ReplaceFile(Path("old.exp"), "");
+  ReplaceWholeFile(Path("old.exp"), "");
   EXPECT_EQ(Content("old.exp"), "");
   EXPECT_THAT(FolderContent(), ElementsAre("old.exp"));
 }
@@ -75,7 +75,7 @@ TEST_F(FileAccess, LeavesOtherFilesAlone) {
   Write("old.exp", "old");
   Write("old", "other");
   Write("old.exp.bak", "backup");
-  ReplaceFile(Path("old.exp"), "new");
+  ReplaceWholeFile(Path("old.exp"), "new");
   EXPECT_THAT(FolderContent(), ElementsAre("old", "old.exp", "old.exp.bak"));
   EXPECT_EQ(Content("old"), "other");
   EXPECT_EQ(Content("old.exp.bak"), "backup");
@@ -85,13 +85,13 @@ TEST_F(FileAccess, LeavesOtherFilesAlone) {
 TEST_F(FileAccess, TheRemainsOfAKilledSaveAreCleanedUp) {
   Write("old.exp", "old");
   Write("old.exp.new~", "half of the ne");
-  ReplaceFile(Path("old.exp"), "new");
+  ReplaceWholeFile(Path("old.exp"), "new");
   EXPECT_EQ(Content("old.exp"), "new");
   EXPECT_THAT(FolderContent(), ElementsAre("old.exp"));
 }
 
 TEST_F(FileAccess, InAMissingFolderFails) {
-  const auto error = Thrown<std::system_error>([this] { ReplaceFile(Path("missing/a.exp"), "new"); });
+  const auto error = Thrown<std::system_error>([this] { ReplaceWholeFile(Path("missing/a.exp"), "new"); });
   ASSERT_TRUE(error);
   EXPECT_EQ(error->code, std::errc::no_such_file_or_directory);
   EXPECT_THAT(error->message, HasSubstr("a.exp"));
@@ -100,7 +100,7 @@ TEST_F(FileAccess, InAMissingFolderFails) {
 
 TEST_F(FileAccess, OverAFolderFails) {
   std::filesystem::create_directory(Path("folder"));
-  const auto error = Thrown<std::system_error>([this] { ReplaceFile(Path("folder"), "new"); });
+  const auto error = Thrown<std::system_error>([this] { ReplaceWholeFile(Path("folder"), "new"); });
   ASSERT_TRUE(error);
   EXPECT_EQ(error->code, std::errc::is_a_directory);
   EXPECT_THAT(error->message, HasSubstr(Name("folder")));
@@ -111,7 +111,7 @@ TEST_F(FileAccess, OverAFolderFails) {
 TEST_F(FileAccess, TheCopysPlaceTakenByAFolderFailsAndLeavesTheFolder) {
   Write("old.exp", "old");
   std::filesystem::create_directory(Path("old.exp.new~"));
-  EXPECT_THROW(ReplaceFile(Path("old.exp"), "new"), std::system_error);
+  EXPECT_THROW(ReplaceWholeFile(Path("old.exp"), "new"), std::system_error);
   EXPECT_EQ(Content("old.exp"), "old");
   EXPECT_THAT(FolderContent(), ElementsAre("old.exp", "old.exp.new~"));
 }

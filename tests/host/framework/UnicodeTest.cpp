@@ -1,0 +1,62 @@
+#include <gtest/gtest.h>
+
+#include "host/framework/Unicode.h"
+#include "tests/host/RowName.h"
+
+namespace kxbench {
+namespace {
+
+using namespace std::string_literals;
+
+struct Row {
+  const char* name;
+  std::u16string utf16;
+  std::string utf8;
+};
+
+class Utf8FromUtf16Row : public testing::TestWithParam<Row> {};
+TEST_P(Utf8FromUtf16Row, IsConverted) { EXPECT_EQ(Utf8FromUtf16(GetParam().utf16), GetParam().utf8); }
+
+INSTANTIATE_TEST_SUITE_P(
+    Characters, Utf8FromUtf16Row,
+    testing::Values(Row{"Empty", u"", ""}, Row{"Ascii", u"Kanal 12|0,7|", "Kanal 12|0,7|"},
+                    Row{"TwoBytes", u"\u00FCber \u07FF",
+                        "\xC3\xBC"
+                        "ber \xDF\xBF"},
+                    Row{"ThreeBytes", u"\u2126 \uFFFD", "\xE2\x84\xA6 \xEF\xBF\xBD"},
+                    Row{"Pair", u"\U0001F50C", "\xF0\x9F\x94\x8C"},
+                    Row{"HighHalfAlone", u"a\xD83D"s, "a\xEF\xBF\xBD"},
+                    Row{"LowHalfAlone",
+                        u"\xDD0C"
+                        u"b"s,
+                        "\xEF\xBF\xBD"
+                        "b"},
+                    Row{"HighHalfTwice", u"\xD83D\xD83D\xDD0C"s, "\xEF\xBF\xBD\xF0\x9F\x94\x8C"}),
+    RowName<Row>);
+
+struct Bytes {
+  const char* name;
+  std::string bytes;
+  bool valid;
+};
+
+class IsUtf8Row : public testing::TestWithParam<Bytes> {};
+TEST_P(IsUtf8Row, IsJudged) { EXPECT_EQ(IsUtf8(GetParam().bytes), GetParam().valid); }
+
+INSTANTIATE_TEST_SUITE_P(
+    Sequences, IsUtf8Row,
+    testing::Values(Bytes{"Empty", "", true}, Bytes{"Ascii", "abc", true}, Bytes{"Umlaut", "\xC3\xBC", true},
+                    Bytes{"ThreeBytes", "\xE2\x82\xAC", true}, Bytes{"FourBytes", "\xF0\x9F\x94\x8C", true},
+                    Bytes{"Largest", "\xF4\x8F\xBF\xBF", true}, Bytes{"TooLarge", "\xF4\x90\x80\x80", false},
+                    Bytes{"Latin1",
+                          "\xFC"
+                          "ber",
+                          false},
+                    Bytes{"ContinuationAlone", "\x80", false}, Bytes{"CutOff", "\xE2\x82", false},
+                    Bytes{"OverlongSlash", "\xC0\xAF", false}, Bytes{"OverlongThree", "\xE0\x80\xAF", false},
+                    Bytes{"OverlongFour", "\xF0\x80\x80\xAF", false},
+                    Bytes{"Surrogate", "\xED\xA0\x80", false}, Bytes{"NoLead", "\xFF", false}),
+    RowName<Bytes>);
+
+}  // namespace
+}  // namespace kxbench
