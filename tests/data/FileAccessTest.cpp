@@ -108,5 +108,13 @@ TEST_F(FileAccess, OverAFolderFails) {
   EXPECT_THAT(FolderContent(), ElementsAre("folder"));
 }
 
+TEST_F(FileAccess, TheCopysPlaceTakenByAFolderFailsAndLeavesTheFolder) {
+  Write("old.exp", "old");
+  std::filesystem::create_directory(Path("old.exp.new~"));
+  EXPECT_THROW(ReplaceWholeFile(Path("old.exp"), "new"), std::system_error);
+  EXPECT_EQ(Content("old.exp"), "old");
+  EXPECT_THAT(FolderContent(), ElementsAre("old.exp", "old.exp.new~"));
+}
+
 }  // namespace
 }  // namespace data_test
