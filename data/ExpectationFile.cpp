@@ -113,5 +113,5 @@ void TShortTestData::SaveExpectationFile(const std::string& fname) const {
   ini.EraseSection(DataSection);
   ini.AppendLine(std::string(DataHeader));
   for (const auto& row : connections) ini.AppendLine(StateDigits(row));
-  shorttest::ReplaceFile(path, ini.Content());
+  shorttest::ReplaceWholeFile(path, ini.Content());
 }

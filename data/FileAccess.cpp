@@ -5,8 +5,6 @@
 #include <system_error>
 
 #ifdef _WIN32
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
 #include <windows.h>
 #else
 #include <fcntl.h>
@@ -126,7 +124,7 @@ std::string ReadWholeFile(const fs::path& path) {
   return content;
 }
 
-void ReplaceFile(const fs::path& path, const std::string& content) {
+void ReplaceWholeFile(const fs::path& path, const std::string& content) {
   const fs::path target = fs::is_symlink(fs::symlink_status(path)) ? fs::weakly_canonical(path) : path;
   RequireWritable(target);
   TemporaryFile temporary(target);

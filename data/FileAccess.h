@@ -18,6 +18,6 @@ std::string ReadWholeFile(const std::filesystem::path& path);
 /// then put in the old file's place in one step, so that a failure or a power cut at any moment leaves the
 /// old file or the new one. Links are followed and permissions are kept. Throws std::system_error naming the
 /// file and the cause; the old file is then untouched.
-void ReplaceFile(const std::filesystem::path& path, const std::string& content);
+void ReplaceWholeFile(const std::filesystem::path& path, const std::string& content);
 
 }  // namespace shorttest

@@ -1,8 +1,6 @@
 #include "data/UserLocale.h"
 
 #ifdef _WIN32
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
 #include <windows.h>
 
 #include <array>

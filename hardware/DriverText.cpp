@@ -8,8 +8,6 @@
 #include "platform/BrenmorHWDevice.h"
 
 #ifdef _WIN32
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
 #include <windows.h>
 #else
 #include <iconv.h>

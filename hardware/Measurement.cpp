@@ -74,6 +74,7 @@ double MeasureResistance(double reference) {
     previous = current;
     current = ReadOhm(range);
     ++count;
+    if (std::isnan(current)) break;  // nothing that follows makes a measurement of it
   } while (!(tolerance > std::fabs(current - previous)) && count < MaxReadings);
   CheckHWError();
   RequireNumber(current, "resistance");

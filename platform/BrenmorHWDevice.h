@@ -13,7 +13,7 @@
 #ifdef BRENMOR_BUILDING_DRIVER
 #define BRENMOR_API __declspec(dllexport)
 #else
-#define BRENMOR_API __declspec(dllimport)
+#define BRENMOR_API  // not dllimport: that would shut out a fake driver linked into a program
 #endif
 #else
 #define BRENMOR_API __attribute__((visibility("default")))

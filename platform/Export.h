@@ -1,12 +1,11 @@
 #pragma once
 
-/// Marks what the host framework's shared library exports (when it is built) and what everybody else
-/// imports from it.
+/// Marks what the host framework's shared library exports.
 #ifdef _WIN32
 #ifdef KX_BUILDING_FRAMEWORK
 #define KX_API __declspec(dllexport)
 #else
-#define KX_API __declspec(dllimport)
+#define KX_API  // not dllimport: that would shut out a fake framework linked into a program
 #endif
 #else
 #define KX_API __attribute__((visibility("default")))

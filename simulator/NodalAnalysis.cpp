@@ -37,9 +37,8 @@ Matrix ConductanceMatrix(const std::vector<Branch>& branches, Eigen::Index unkno
     if (branch.b != Reference) entries.emplace_back(Unknown(branch.b), Unknown(branch.b), siemens);
     if (branch.a != Reference && branch.b != Reference) {
       // The factorisation reads the lower triangle alone.
-      const Eigen::Index a = Unknown(branch.a);
-      const Eigen::Index b = Unknown(branch.b);
-      entries.emplace_back(std::max(a, b), std::min(a, b), -siemens);
+      const auto [column, row] = std::minmax({Unknown(branch.a), Unknown(branch.b)});
+      entries.emplace_back(row, column, -siemens);
     }
   }
   Matrix matrix(unknowns, unknowns);

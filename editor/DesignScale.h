@@ -1,0 +1,15 @@
+#pragma once
+
+#include <wx/font.h>
+#include <wx/window.h>
+
+namespace shorttest {
+
+/// The dialog's font, Segoe UI 9 pt.
+wxFont DialogFont();
+
+/// Pixels on this screen for a length given at 96 pixels per inch. Follows the size in which the font comes
+/// out, whether the screen's resolution or the user's wish for larger text is the reason.
+int Scaled(const wxWindow& window, int pixels);
+
+}  // namespace shorttest

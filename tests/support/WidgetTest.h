@@ -1,0 +1,40 @@
+#pragma once
+
+#include <wx/window.h>
+
+#include <functional>
+#include <string>
+
+#include "platform/UserInterface.h"
+
+/// A user in front of real windows. The test program runs on a screen with a window manager; its main is the
+/// one of this file's source, which makes the user interface before the first test and fails a test whenever
+/// the toolkit asserts.
+namespace widget_test {
+
+/// The user interface with real windows; one for the whole program.
+UserInterface& Windows();
+
+/// Lets the windows work until `condition` holds; false when it does not within five seconds.
+bool WaitFor(const std::function<bool()>& condition);
+
+/// Lets the windows work off all that is pending.
+void Settle();
+
+/// Clicks the middle of the window with the mouse.
+void Click(wxWindow& window);
+
+/// Presses and releases a key, with modifiers (wxMOD_...), in whatever window has the keyboard.
+void Press(int key, int modifiers = 0);
+
+/// Types a text.
+void Type(const std::string& text);
+
+/// The dialog or frame with this title, null when there is none on the screen.
+wxWindow* FindTopLevel(const std::string& title);
+
+/// Runs `script` once the event loop of the modal dialog that the caller is about to show is running. The
+/// script may let the windows work itself. A script that throws fails the test.
+void OnceModal(std::function<void()> script);
+
+}  // namespace widget_test

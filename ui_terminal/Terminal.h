@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kxbench {
+
+/// The terminal as far as the user interface needs it: standard error to write to, standard input to ask.
+class Terminal {
+ public:
+  virtual ~Terminal() = default;
+
+  /// Writes UTF-8 text to standard error at once. A terminal that is gone is passed over: what runs must
+  /// still reach its end.
+  virtual void Write(std::string_view text) = 0;
+
+  /// True when a line that was written can be overwritten: standard error is a terminal, and no dumb one.
+  virtual bool CanRedraw() const = 0;
+
+  /// True when somebody can be asked: standard input and standard error are terminals.
+  virtual bool CanAsk() const = 0;
+
+  /// True when it shows more than ASCII.
+  virtual bool ShowsUnicode() const = 0;
+
+  /// Characters in a line.
+  virtual int Columns() const = 0;
+
+  /// The next line of standard input, without its end; no value at the end of the input or when the user
+  /// interrupts (see InterruptWatch), also when that happened before.
+  virtual std::optional<std::string> ReadLine() = 0;
+};
+
+/// The terminal that the program was started in.
+std::unique_ptr<Terminal> OpenTerminal();
+
+}  // namespace kxbench
