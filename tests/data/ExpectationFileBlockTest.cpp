@@ -9,6 +9,8 @@
 namespace data_test {
 namespace {
 
+using namespace std::string_literals;
+
 using testing::Each;
 
 // What the reader puts into cells that lie behind the end of the file: code 26 minus 48, as 8 bits.
@@ -80,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     OtherCharacters, ExpectationFileBlock,
     testing::Values(BlockCase{"GiveTheirCodeMinus48As8Bits",
-                              std::string("[DATEN]\r\n A/:\r\n\0\x7F\xFF\x80\r\na=[;\r\n\t\"~?\r\n", 37),
+                              "[DATEN]\r\n A/:\r\n\0\x7F\xFF\x80\r\na=[;\r\n\t\"~?\r\n"s,
                               {{240, 17, 255, 10}, {208, 79, 207, 80}, {49, 13, 43, 11}, {217, 242, 78, 15}}},
                     BlockCase{"EveryDigitIsItsValue",
                               "[DATEN]\r\n0123\r\n4567\r\n8901\r\n2345\r\n",

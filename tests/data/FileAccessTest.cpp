@@ -9,6 +9,8 @@
 namespace data_test {
 namespace {
 
+using namespace std::string_literals;
+
 using shorttest::AbsolutePath;
 using shorttest::PathText;
 using shorttest::ReadWholeFile;
@@ -19,7 +21,7 @@ using testing::IsEmpty;
 
 using FileAccess = FileTest;
 
-const std::string AnyBytes("\0\r\n\n\r\x1A\xFF\xEF\xBB\xBF text", 15);
+const std::string AnyBytes = "\0\r\n\n\r\x1A\xFF\xEF\xBB\xBF text"s;
 
 TEST_F(FileAccess, AbsolutePathStandsInTheCurrentDirectory) {
   EXPECT_EQ(AbsolutePath("a.exp"), std::filesystem::current_path() / "a.exp");
