@@ -86,7 +86,7 @@ class SimulatedDriver : public testing::Test {
   static std::string Error() {
     if (brenmor_bus_get_error() == 0) return {};
     char* message = brenmor_bus_get_error_msg();
-    const std::string text = message;
+    std::string text = message;
     brenmor_free_mem(message);
     return FromSystemEncoding(text);
   }
