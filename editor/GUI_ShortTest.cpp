@@ -77,12 +77,13 @@ int TShortTestForm::ShowModal() {
 
 void TShortTestForm::MakeWindow() {
   window_ = std::make_unique<NativeWindow>();
-  shorttest::LayOutEditor({.dialog = *Window(),
-                .controls = *this,
-                .dataFileEdit = KXEdit_Datafile,
-                .cellPainter = [this](wxDC& dc, int column, int row, const wxRect& rectangle, bool focused) {
-                  ConnectionGridDrawCell(dc, column, row, rectangle, focused);
-                }});
+  shorttest::LayOutEditor(
+      {.dialog = *Window(),
+       .controls = *this,
+       .dataFileEdit = KXEdit_Datafile,
+       .cellPainter = [this](wxDC& dc, int column, int row, const wxRect& rectangle, bool focused) {
+         ConnectionGridDrawCell(dc, column, row, rectangle, focused);
+       }});
   BindEvents();
 }
 

@@ -9,6 +9,8 @@
 namespace data_test {
 namespace {
 
+using namespace std::string_literals;
+
 using shorttest::AbsolutePath;
 using shorttest::PathText;
 using shorttest::ReadWholeFile;
@@ -19,7 +21,7 @@ using testing::IsEmpty;
 
 using FileAccess = FileTest;
 
-const std::string AnyBytes("\0\r\n\n\r\x1A\xFF\xEF\xBB\xBF text", 15);
+const std::string AnyBytes = "\0\r\n\n\r\x1A\xFF\xEF\xBB\xBF text"s;
 
 TEST_F(FileAccess, AbsolutePathStandsInTheCurrentDirectory) {
   EXPECT_EQ(AbsolutePath("a.exp"), std::filesystem::current_path() / "a.exp");
@@ -106,6 +108,14 @@ TEST_F(FileAccess, OverAFolderFails) {
   EXPECT_THAT(error->message, HasSubstr(Name("folder")));
   EXPECT_TRUE(std::filesystem::is_directory(Path("folder")));
   EXPECT_THAT(FolderContent(), ElementsAre("folder"));
+}
+
+TEST_F(FileAccess, TheCopysPlaceTakenByAFolderFailsAndLeavesTheFolder) {
+  Write("old.exp", "old");
+  std::filesystem::create_directory(Path("old.exp.new~"));
+  EXPECT_THROW(ReplaceWholeFile(Path("old.exp"), "new"), std::system_error);
+  EXPECT_EQ(Content("old.exp"), "old");
+  EXPECT_THAT(FolderContent(), ElementsAre("old.exp", "old.exp.new~"));
 }
 
 }  // namespace

@@ -7,6 +7,8 @@
 namespace data_test {
 namespace {
 
+using namespace std::string_literals;
+
 using shorttest::IniText;
 
 class IniTextTest : public testing::Test {
@@ -140,7 +142,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TextCase{"OneLineBreak", "\r\n"}, TextCase{"MixedLineEnds", "a\rb\nc\r\n\n\rd"},
                     TextCase{"CommentsAndBlankLines", "; c\r\n\r\n \t\r\n[A]\r\n;x=1\r\n"},
                     TextCase{"NoLastLineBreak", "[A]\r\nx=1"},
-                    TextCase{"BytesThatAreNoText", std::string("\0\xFF[A]\r\n\x1A=\x80\r\n", 13)}),
+                    TextCase{"BytesThatAreNoText", "\0\xFF[A]\r\n\x1A=\x80\r\n"s}),
     CaseName());
 
 // ---- writing ----

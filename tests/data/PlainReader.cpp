@@ -6,7 +6,6 @@
 #include <locale>
 #include <map>
 #include <optional>
-#include <regex>
 #include <sstream>
 #include <utility>
 
@@ -80,24 +79,52 @@ std::map<std::string, Section> IniPart(const std::string& content) {
   return sections;
 }
 
+// Takes a character off the front of the text if it is one of `characters`.
+bool Take(std::string& text, const std::string& characters) {
+  if (text.empty() || characters.find(text[0]) == std::string::npos) return false;
+  text.erase(0, 1);
+  return true;
+}
+
+// Takes the digits off the front of the text; whether there were any.
+bool TakeDigits(std::string& text) {
+  if (!Take(text, "0123456789")) return false;
+  while (Take(text, "0123456789")) {
+  }
+  return true;
+}
+
+bool IsInteger(std::string text) {
+  Take(text, "+-");
+  return TakeDigits(text) && text.empty();
+}
+
+bool IsFloat(std::string text) {
+  Take(text, "+-");
+  const bool integerPart = TakeDigits(text);
+  const bool fraction = Take(text, ".") && TakeDigits(text);
+  if (!integerPart && !fraction) return false;
+  if (!Take(text, "eE")) return text.empty();
+  Take(text, "+-");
+  return TakeDigits(text) && text.empty();
+}
+
 class Keys {
  public:
   Keys(const std::string& content, char separator) : sections_(IniPart(content)), separator_(separator) {}
 
   std::int32_t Integer(const std::string& section, const std::string& key, std::int32_t fallback) {
-    static const std::regex form("[+-]?[0-9]+");
     const std::string text = Text(section, key);
-    if (!std::regex_match(text, form)) return fallback;
+    if (!IsInteger(text)) return fallback;
     const long long value = std::strtoll(text.c_str(), nullptr, 10);
     return value < INT32_MIN || value > INT32_MAX ? fallback : static_cast<std::int32_t>(value);
   }
 
   double Float(const std::string& section, const std::string& key, double fallback) {
-    static const std::regex form("[+-]?([0-9]+([.][0-9]*)?|[.][0-9]+)([eE][+-]?[0-9]+)?");
     std::string text = Text(section, key);
     if (separator_ != '.' && text.find('.') != std::string::npos) return fallback;
     for (char& c : text) c = c == separator_ ? '.' : c;
-    if (!std::regex_match(text, form)) return fallback;
+    if (!IsFloat(text)) return fallback;
     std::istringstream stream(text);
     stream.imbue(std::locale::classic());
     double value = 0.0;
