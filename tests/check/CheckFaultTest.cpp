@@ -238,6 +238,14 @@ TEST_F(CheckFault, AThresholdNothingCanBeMeasuredAgainstEndsTheCheck) {
   ExpectSafe();
 }
 
+TEST_F(CheckFault, ARangeBeyondTheBusEndsTheCheckQuicklyAndCleanly) {
+  data = TShortTestData(2'000'000'000, 2'000'000'001);
+  EXPECT_THROW(RunShortTest(data), std::out_of_range);
+  EXPECT_EQ(Records(), "");
+  EXPECT_LT(log.Count(""), 1000);
+  ExpectSafe();
+}
+
 TEST_F(CheckFault, VoltageControlBeyondItsValuesReadsWithoutWaiting) {
   Expect(1, "8 18 118");
   data.U_Control = 77;
