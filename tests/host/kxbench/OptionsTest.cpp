@@ -168,7 +168,7 @@ TEST(Help, TellsOfCommandsOptionsAndExitStatus) {
   }
 }
 
-TEST(Version, IsTold) { EXPECT_THAT(Help({"--version"}), testing::MatchesRegex("kxbench [0-9.]+\n")); }
+TEST(Version, IsTold) { EXPECT_THAT(Help({"--version"}), testing::MatchesRegex("kxbench .+\n")); }
 
 }  // namespace
 }  // namespace kxbench
