@@ -53,11 +53,14 @@ std::string NumberText(double value, std::chars_format format, int precision) {
   return std::string(text.data(), end);
 }
 
+/// "6 (12 V), 7 (as before)": a channel that the file had suspended already was not measured.
 std::string SuspendedText(const std::vector<SuspendedChannel>& suspended) {
   std::string text;
-  for (const SuspendedChannel& channel : suspended) {
-    text += (text.empty() ? "" : ", ") + std::to_string(channel.channel) + " (" +
-            NumberText(channel.volts, std::chars_format::general, 3) + " V)";
+  for (const auto& [channel, volts] : suspended) {
+    const bool measured = volts != 0.0;
+    const std::string found =
+        measured ? NumberText(volts, std::chars_format::general, 3) + " V" : "as before";
+    text += (text.empty() ? "" : ", ") + std::to_string(channel) + " (" + found + ")";
   }
   return text.empty() ? "none" : text;
 }

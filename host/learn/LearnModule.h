@@ -28,7 +28,7 @@ struct LearnRequest {
 
 struct SuspendedChannel {
   std::int32_t channel;
-  double volts;
+  double volts;  ///< 0 when the file had it suspended already
 };
 
 enum class LearnEnd {

@@ -17,7 +17,7 @@ TEST(LearnReport, TellsWhatWasLearned) {
   summary.firstChannel = 1;
   summary.lastChannel = 13;
   summary.nets = {{1, 2, 3, 4}, {7, 9}};
-  summary.suspended = {{12, 5.3124}, {13, -0.70001}};
+  summary.suspended = {{12, 5.3124}, {13, -0.70001}, {14, 0.0}};
   summary.unconnected = {5, 6, 8};
   summary.readings = 1234;
   summary.relayOperations = 321;
@@ -29,7 +29,7 @@ TEST(LearnReport, TellsWhatWasLearned) {
             "  Nets                    2\n"
             "                          1-4\n"
             "                          7, 9\n"
-            "  Suspended channels      12 (5.31 V), 13 (-0.7 V)\n"
+            "  Suspended channels      12 (5.31 V), 13 (-0.7 V), 14 (as before)\n"
             "  Connected to nothing    5, 6, 8\n"
             "  Readings                1234\n"
             "  Relay operations        321\n"
