@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <regex>
+
 #include "host/kxbench/Failure.h"
 #include "host/kxbench/Options.h"
 #include "tests/host/RowName.h"
@@ -168,7 +170,10 @@ TEST(Help, TellsOfCommandsOptionsAndExitStatus) {
   }
 }
 
-TEST(Version, IsTold) { EXPECT_THAT(Help({"--version"}), testing::MatchesRegex("kxbench .+\n")); }
+TEST(Version, IsTold) {
+  const std::string told = Help({"--version"});
+  EXPECT_TRUE(std::regex_match(told, std::regex("kxbench [0-9.]+\n"))) << told;
+}
 
 }  // namespace
 }  // namespace kxbench
