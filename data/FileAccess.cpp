@@ -1,6 +1,8 @@
 #include "data/FileAccess.h"
 
+#include <array>
 #include <cerrno>
+#include <cstddef>
 #include <fstream>
 #include <system_error>
 
@@ -55,21 +57,36 @@ void FlushDirectory(const fs::path& directory) { static_cast<void>(FlushToDisk(d
 
 #endif
 
+// Whether there is a file to `what`; anything but a file or nothing is an error. Only a file has a whole
+// content: a device can be endless, and a pipe waits for ever.
+bool FileExists(const std::string& what, const fs::path& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::none) Fail(what, path, error);
+  if (fs::is_directory(status)) Fail(what, path, std::make_error_code(std::errc::is_a_directory));
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    Fail(what, path, std::make_error_code(std::errc::not_supported));
+  }
+  return fs::exists(status);
+}
+
 // The new content beside the file; gone again unless it was put in the file's place.
 class TemporaryFile {
  public:
   explicit TemporaryFile(const fs::path& target) : path_(target) { path_ += ".new~"; }
   ~TemporaryFile() {
     std::error_code ignored;
-    if (!placed_) fs::remove(path_, ignored);
+    if (created_ && !placed_) fs::remove(path_, ignored);
   }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-  void Write(const std::string& content) const {
+  void Write(const std::string& content) {
+    RemoveRemains();
     errno = 0;
     std::ofstream file(path_, std::ios::binary | std::ios::trunc);
     if (!file) Fail("write", path_, LastStreamError());
+    created_ = true;
     file.write(content.data(), static_cast<std::streamsize>(content.size()));
     file.close();
     if (!file) Fail("write", path_, LastStreamError());
@@ -87,16 +104,33 @@ class TemporaryFile {
   }
 
  private:
+  // What a killed save has left, or a link that somebody has put there.
+  void RemoveRemains() const {
+    static_cast<void>(FileExists("write", path_));
+    std::error_code error;
+    fs::remove(path_, error);
+    if (error) Fail("write", path_, error);
+  }
+
   fs::path path_;
+  bool created_ = false;
   bool placed_ = false;
 };
 
+// Where a chain of links ends, whether or not something is there.
+fs::path FollowLinks(fs::path path) {
+  constexpr int MostLinks = 40;  // as many as the systems follow themselves
+  std::error_code error;
+  for (int n = 0; fs::is_symlink(fs::symlink_status(path, error)); ++n) {
+    if (n == MostLinks) Fail("write", path, std::make_error_code(std::errc::too_many_symbolic_link_levels));
+    path = path.parent_path() / fs::read_symlink(path);
+  }
+  return path;
+}
+
 // A file that must not be written must not be replaced either, although its directory would allow it.
 void RequireWritable(const fs::path& path) {
-  const fs::file_status status = fs::status(path);
-  if (!fs::exists(status)) return;
-  if (fs::is_directory(status)) Fail("write", path, std::make_error_code(std::errc::is_a_directory));
-  if (!fs::is_regular_file(status)) Fail("write", path, std::make_error_code(std::errc::not_supported));
+  if (!FileExists("write", path)) return;
   errno = 0;
   const std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
   if (!file) Fail("write", path, LastStreamError());
@@ -114,18 +148,23 @@ std::string PathText(const fs::path& path) {
 }
 
 std::string ReadWholeFile(const fs::path& path) {
-  std::error_code error;
-  if (fs::is_directory(path, error)) Fail("read", path, std::make_error_code(std::errc::is_a_directory));
+  if (!FileExists("open", path)) {
+    Fail("open", path, std::make_error_code(std::errc::no_such_file_or_directory));
+  }
   errno = 0;
   std::ifstream file(path, std::ios::binary);
   if (!file) Fail("open", path, LastStreamError());
-  std::string content((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  std::string content;
+  std::array<char, 16384> block{};
+  while (file.read(block.data(), block.size()) || file.gcount() > 0) {
+    content.append(block.data(), static_cast<std::size_t>(file.gcount()));
+  }
   if (file.bad()) Fail("read", path, LastStreamError());
   return content;
 }
 
 void ReplaceWholeFile(const fs::path& path, const std::string& content) {
-  const fs::path target = fs::is_symlink(fs::symlink_status(path)) ? fs::weakly_canonical(path) : path;
+  const fs::path target = FollowLinks(path);
   RequireWritable(target);
   TemporaryFile temporary(target);
   temporary.Write(content);

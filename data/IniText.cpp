@@ -138,10 +138,11 @@ void IniText::WriteFloat(std::string_view section, std::string_view key, double 
 }
 
 void IniText::EraseSection(std::string_view section) {
-  while (const auto header = FindSection(section)) {
-    lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(*header),
-                 lines_.begin() + static_cast<std::ptrdiff_t>(SectionEnd(*header)));
-  }
+  bool inside = false;
+  std::erase_if(lines_, [&](const Line& line) {
+    if (const auto name = SectionName(line.text)) inside = SameName(*name, section);
+    return inside;
+  });
 }
 
 void IniText::AppendLine(const std::string& line) {

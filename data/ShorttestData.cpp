@@ -35,53 +35,31 @@ TConnections UnknownMatrix(std::int64_t count) {
 struct PutCall {
   std::int32_t i;
   std::int32_t j;
-  std::int32_t k;
-  std::uint8_t step;  // the next of the four steps for this k
   CellState state;
   double resistance;
+  std::int32_t k = 0;  // the next channel to look at
 };
 
-// The call that the next step of `call` makes and that will change the matrix; calls that change nothing are
-// passed over. Each step reads the matrix as it stands. No value when all k are done.
+// The call that `call` makes next; calls that would change nothing are passed over. No value when all k are
+// done.
+//
+// For every k there are four rules, in this order: a connection lets i take over what is known of (j, k), and
+// j of (i, k); whatever was found goes to (j, k) if i and k are connected, and to (i, k) if j and k are. Each
+// enters one of the two pairs, while it is unknown, because of the other, which is then known. So only a k
+// with exactly one known pair matters, at most one rule applies to it, and afterwards both are known. The
+// order of k and of the rules decides which resistance a pair carries.
 std::optional<PutCall> NextCall(const TShortTestData& data, PutCall& call) {
-  const std::int32_t i = call.i;
-  const std::int32_t j = call.j;
-  const std::int32_t high = data.Highconnections();
-  const bool connects = call.state == CellState::Connected;
-  // The pair that a step addresses, entered only while it is unknown and there is something to enter.
-  const auto enters = [&data](std::int32_t a, std::int32_t b, CellState state) {
-    return state != CellState::Unknown && data.Get(a, b) == CellState::Unknown;
-  };
+  while (call.k <= data.Highconnections()) {
+    const std::int32_t k = call.k++;
+    const bool knowsI = data.Get(call.i, k) != CellState::Unknown;
+    const bool knowsJ = data.Get(call.j, k) != CellState::Unknown;
+    if (knowsI == knowsJ) continue;
 
-  // The order of k and of the four steps decides which resistance a propagated cell carries.
-  for (; call.k <= high; ++call.k, call.step = 0) {
-    const std::int32_t k = call.k;
-    switch (call.step) {
-      case 0:
-        call.step = 1;
-        if (connects && enters(i, k, data.Get(j, k)))
-          return PutCall{i, k, 0, 0, data.Get(j, k), data.GetR(j, k)};
-        [[fallthrough]];
-      case 1:
-        call.step = 2;
-        if (connects && enters(j, k, data.Get(i, k)))
-          return PutCall{j, k, 0, 0, data.Get(i, k), data.GetR(i, k)};
-        [[fallthrough]];
-      case 2:
-        call.step = 3;
-        if (data.Get(i, k) == CellState::Connected && enters(j, k, call.state)) {
-          return PutCall{j, k, 0, 0, call.state, call.resistance};
-        }
-        [[fallthrough]];
-      case 3:
-        call.step = 4;
-        if (data.Get(j, k) == CellState::Connected && enters(i, k, call.state)) {
-          return PutCall{i, k, 0, 0, call.state, call.resistance};
-        }
-        [[fallthrough]];
-      default:
-        break;
-    }
+    const std::int32_t from = knowsI ? call.i : call.j;
+    const std::int32_t to = knowsI ? call.j : call.i;
+    const CellState known = data.Get(from, k);
+    if (call.state == CellState::Connected) return PutCall{to, k, known, data.GetR(from, k)};
+    if (known == CellState::Connected) return PutCall{to, k, call.state, call.resistance};
   }
   return std::nullopt;
 }
@@ -109,7 +87,7 @@ void TShortTestData::Put(std::int32_t i, std::int32_t j, CellState state, double
   // 14,400 deep, more than the call stack of a host's main thread holds.
   std::vector<PutCall> calls;
   SetC(i, j, state, resistance);
-  calls.push_back({i, j, 0, 0, state, resistance});
+  calls.push_back({i, j, state, resistance});
   while (!calls.empty()) {
     if (const auto next = NextCall(*this, calls.back())) {
       SetC(next->i, next->j, next->state, next->resistance);

@@ -3,6 +3,8 @@
 #include "platform/kxcomponents.h"
 #include "platform/kxextension.h"
 
+class TShortTestForm;
+
 /// The script command "procedure ShortTest(Datafile : String)": checks the connected device against the
 /// expectation file `Datafile`. All operations on the user-interface thread.
 class TKXShortTestCommand : public TKXFuncRunEdit {
@@ -10,9 +12,20 @@ class TKXShortTestCommand : public TKXFuncRunEdit {
   /// The command's identifier in the host.
   static constexpr int ID = 10020;
 
+  /// Makes the command and its editor dialog, which the command keeps for its lifetime. Needs no display: the
+  /// dialog's window comes with its first showing.
   explicit TKXShortTestCommand(TKXParser* parser);
 
+  /// The command's editor dialog, owned by the command.
+  TShortTestForm& Editor() const;
+
   int GetID() override { return ID; }
+
+  /// The file name is the only parameter and has no default: the dialog's field becomes empty.
+  void SetDefaults() override;
+
+  void ReadParams(const TParamList& params) override;
+  void SetParams(TParamList& params) override;
 
   /// Another command of this class; the caller owns it.
   TKXRunEdit* Create(TKXParser* parser) const override;

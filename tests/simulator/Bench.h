@@ -4,11 +4,14 @@
 
 #include <cstdint>
 #include <optional>
+#include <ostream>
 #include <string>
 
 #include "simulator/DescriptionReader.h"
 #include "simulator/Tester.h"
 #include "simulator/TimeSource.h"
+
+namespace simulator {
 
 /// Name of a table test's row, for INSTANTIATE_TEST_SUITE_P: the row's own.
 template <typename Row>
@@ -16,7 +19,16 @@ std::string RowName(const testing::TestParamInfo<Row>& row) {
   return row.param.name;
 }
 
-namespace simulator {
+template <typename Row>
+concept NamedRow = requires(const Row& row) {
+  row.name;
+};
+
+/// How the test framework shows a row.
+template <NamedRow Row>
+void PrintTo(const Row& row, std::ostream* out) {
+  *out << row.name;
+}
 
 /// A tester with a described device, its clock stopped, spoken to in channels, lines and readings.
 class Bench : public testing::Test {

@@ -151,17 +151,18 @@ TEST_F(TerminalUi, ALogGetsALineNowAndThen) {
   {
     const auto dialog = ShowDialog();
     for (int position = 0; position <= 100; ++position) {
-      Wait(0.25);
+      Wait(0.0625);
       dialog->SetBarPosition(position);
     }
   }
   EXPECT_EQ(terminal_.written,
-            "Kurzschlusstest: 19 %, 0:05\n"
-            "Kurzschlusstest: 39 %, 0:10\n"
-            "Kurzschlusstest: 59 %, 0:15\n"
-            "Kurzschlusstest: 79 %, 0:20\n"
-            "Kurzschlusstest: 99 %, 0:25\n"
-            "Kurzschlusstest: 100 %, 0:25, ended\n");
+            "Kurzschlusstest: 15 %, 0:01\n"
+            "Kurzschlusstest: 31 %, 0:02\n"
+            "Kurzschlusstest: 47 %, 0:03\n"
+            "Kurzschlusstest: 63 %, 0:04\n"
+            "Kurzschlusstest: 79 %, 0:05\n"
+            "Kurzschlusstest: 95 %, 0:06\n"
+            "Kurzschlusstest: 100 %, 0:06, ended\n");
 }
 
 TEST_F(TerminalUi, ALogOfAShortRunGetsNothing) {

@@ -1,0 +1,34 @@
+#include <dlfcn.h>
+
+#include <system_error>
+
+#include "host/kxbench/DynamicLibrary.h"
+#include "host/kxbench/Failure.h"
+#include "host/kxbench/System.h"
+
+namespace kxbench {
+
+DynamicLibrary::DynamicLibrary(const std::string& what, const std::filesystem::path& file, Unload unload)
+    : file_(std::filesystem::absolute(file)), unload_(unload) {
+  const std::string name = Utf8FromPath(file_);
+  std::error_code error;
+  if (!std::filesystem::exists(file_, error))
+    throw Failure("cannot load " + what + " " + name + ": no such file");
+
+  const int keep = unload == Unload::Never ? RTLD_NODELETE : 0;
+  handle_ = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL | keep);
+  if (handle_ == nullptr) {
+    // The system's text names the library in question first: this one, or one that it needs.
+    std::string reason = dlerror();
+    if (reason.starts_with(name + ": ")) reason.erase(0, name.size() + 2);
+    throw Failure("cannot load " + what + " " + name + ": " + reason);
+  }
+}
+
+DynamicLibrary::~DynamicLibrary() { dlclose(handle_); }
+
+DynamicLibrary::Address DynamicLibrary::FindAddress(const char* name) const {
+  return reinterpret_cast<Address>(dlsym(handle_, name));
+}
+
+}  // namespace kxbench

@@ -1,0 +1,143 @@
+// Every way of damaging a valid file of four channels by one byte, and every truncation: what comes out is
+// what a second, literal reading of the file gives.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+
+#include "data/ShorttestData.h"
+#include "tests/data/DataFixture.h"
+#include "tests/data/PlainReader.h"
+
+namespace data_test {
+namespace {
+
+constexpr std::string_view LineFeed = "\n";
+constexpr std::string_view CarriageReturnLineFeed = "\r\n";
+
+// Characters that mean something to one of the two readers, some that mean nothing, and the ends of the
+// range.
+constexpr std::array<char, 27> Replacements{'0', '1', '2', '3',  '8',  '9',  ' ',    '\t',   'A',
+                                            'E', 'e', '=', ';',  '[',  ']',  '"',    '\'',   '.',
+                                            ',', '-', '+', '\r', '\n', '\0', '\x1A', '\x7F', '\xFF'};
+
+std::string Printable(const std::string& text) {
+  std::string result;
+  for (const char c : text) {
+    if (c == '\r') {
+      result += "\\r";
+    } else if (c == '\n') {
+      result += "\\n\n";
+    } else {
+      result += c;
+    }
+  }
+  return result;
+}
+
+struct FileKind {
+  const char* name;
+  std::string_view lineEnd;
+  char decimalSeparator;  // the one in force; the file is written with a point
+};
+
+class DamagedFile : public FileTest, public testing::WithParamInterface<FileKind> {
+ protected:
+  DamagedFile() { UseDecimalSeparator(std::string(1, GetParam().decimalSeparator)); }
+
+  // Channels 3 to 6: 3 and 4 connected, 5 suspended, 4 and 6 excluded from each other.
+  static std::string ValidFile() {
+    const std::string lines =
+        Lines({"[BEREICH]", "START=3", "ENDE=6", "WIDERSTAND=12.5", "WIDERSTAND2=250", "[OPTION]",
+               "U_KONTROLLE=1", "LASTRELAISKARTE=2", "LASTRELAIS=7", "TIMEOUT=1500", "MAX ERROR=25",
+               "[DATEN]", "8888", "2888", "4498", "1348"});
+    return ReplaceAll(lines, "\r\n", GetParam().lineEnd);
+  }
+
+  // Reads the content as a file and compares with the literal reading.
+  void ExpectReadAsItStands(const std::string& content, const std::string& damage) {
+    Write("damaged.exp", content);
+    std::string difference;
+    try {
+      difference =
+          Difference(TShortTestData(Name("damaged.exp")), ReadPlainly(content, GetParam().decimalSeparator));
+    } catch (const std::exception& error) {
+      difference = std::string("exception: ") + error.what();
+    }
+    ASSERT_EQ(difference, "") << damage << "\n" << Printable(content);
+  }
+};
+
+TEST_P(DamagedFile, UndamagedIsReadAsTheTwoReadersSay) {
+  ASSERT_NO_FATAL_FAILURE(ExpectReadAsItStands(ValidFile(), "none"));
+}
+
+TEST_P(DamagedFile, OneByteReplaced) {
+  const std::string valid = ValidFile();
+  for (std::size_t position = 0; position < valid.size(); ++position) {
+    for (const char replacement : Replacements) {
+      std::string content = valid;
+      content[position] = replacement;
+      ASSERT_NO_FATAL_FAILURE(
+          ExpectReadAsItStands(content, "byte " + std::to_string(position) + " replaced"));
+    }
+  }
+}
+
+TEST_P(DamagedFile, OneBitFlipped) {
+  const std::string valid = ValidFile();
+  for (std::size_t position = 0; position < valid.size(); ++position) {
+    for (int bit = 0; bit < 8; ++bit) {
+      std::string content = valid;
+      content[position] = static_cast<char>(static_cast<unsigned char>(content[position]) ^ (1U << bit));
+      ASSERT_NO_FATAL_FAILURE(
+          ExpectReadAsItStands(content, "bit of byte " + std::to_string(position) + " flipped"));
+    }
+  }
+}
+
+TEST_P(DamagedFile, OneByteMissing) {
+  const std::string valid = ValidFile();
+  for (std::size_t position = 0; position < valid.size(); ++position) {
+    std::string content = valid;
+    content.erase(position, 1);
+    ASSERT_NO_FATAL_FAILURE(ExpectReadAsItStands(content, "byte " + std::to_string(position) + " missing"));
+  }
+}
+
+TEST_P(DamagedFile, OneByteInserted) {
+  const std::string valid = ValidFile();
+  for (std::size_t position = 0; position <= valid.size(); ++position) {
+    for (const char inserted : Replacements) {
+      std::string content = valid;
+      content.insert(position, 1, inserted);
+      ASSERT_NO_FATAL_FAILURE(ExpectReadAsItStands(content, "byte inserted at " + std::to_string(position)));
+    }
+  }
+}
+
+TEST_P(DamagedFile, EveryTruncation) {
+  const std::string valid = ValidFile();
+  for (std::size_t size = 0; size < valid.size(); ++size) {
+    ASSERT_NO_FATAL_FAILURE(ExpectReadAsItStands(valid.substr(0, size), "cut to " + std::to_string(size)));
+  }
+}
+
+TEST_P(DamagedFile, EveryTruncationAtTheFront) {
+  const std::string valid = ValidFile();
+  for (std::size_t size = 1; size <= valid.size(); ++size) {
+    ASSERT_NO_FATAL_FAILURE(
+        ExpectReadAsItStands(valid.substr(size), "without the first " + std::to_string(size)));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(, DamagedFile,
+                         testing::Values(FileKind{"WithCrLf", CarriageReturnLineFeed, '.'},
+                                         FileKind{"WithLf", LineFeed, '.'},
+                                         FileKind{"UnderADecimalComma", CarriageReturnLineFeed, ','}),
+                         CaseName());
+
+}  // namespace
+}  // namespace data_test
