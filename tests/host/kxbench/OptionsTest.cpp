@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <regex>
 
 #include "host/kxbench/Failure.h"
 #include "host/kxbench/Options.h"
@@ -172,7 +171,8 @@ TEST(Help, TellsOfCommandsOptionsAndExitStatus) {
 
 TEST(Version, IsTold) {
   const std::string told = Help({"--version"});
-  EXPECT_TRUE(std::regex_match(told, std::regex("kxbench [0-9.]+\n"))) << told;
+  ASSERT_THAT(told, testing::StartsWith("kxbench "));
+  EXPECT_EQ(told.find_first_not_of("0123456789.", 8), told.size() - 1) << told;
 }
 
 }  // namespace
