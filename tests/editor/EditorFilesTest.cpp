@@ -39,7 +39,7 @@ class FileDialogUser : public wxModalDialogHook {
 
  protected:
   int Enter(wxDialog* dialog) override {
-    auto* const files = wxDynamicCast(dialog, wxFileDialog);
+    auto* const files = dynamic_cast<wxFileDialog*>(dialog);
     if (files == nullptr) return wxID_NONE;
     if (std::exchange(entered_, !entered_)) return wxID_NONE;  // every file dialog is announced twice
     ++dialogs;
