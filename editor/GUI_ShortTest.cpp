@@ -129,6 +129,8 @@ void TShortTestForm::CloseIfRequested() {
       modalResult_ = mrNone;
       throw;
     }
+    // Nothing is left any more, neither a control nor an error on leaving one.
+    Window()->ForgetControl();
     pendingErrors_.clear();
     Window()->EndModal(modalResult_ == mrOk ? wxID_OK : wxID_CANCEL);
   });

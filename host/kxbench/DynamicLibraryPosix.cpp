@@ -15,8 +15,9 @@ DynamicLibrary::DynamicLibrary(const std::string& what, const std::filesystem::p
   if (!std::filesystem::exists(file_, error))
     throw Failure("cannot load " + what + " " + name + ": no such file");
 
-  const int keep = unload == Unload::Never ? RTLD_NODELETE : 0;
-  handle_ = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL | keep);
+  // Never unmapped, whatever was asked for: a plug-in brings toolkit libraries along, and what those register
+  // with the system's object library points into them for the rest of the program's life.
+  handle_ = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
   if (handle_ == nullptr) {
     // The system's text names the library in question first: this one, or one that it needs.
     std::string reason = dlerror();

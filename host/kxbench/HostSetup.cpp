@@ -31,6 +31,7 @@ int HardwareInitialisations() { return hardwareInitialisations; }
 HostSetup::HostSetup(const Options& options) : varAccess_(parser_.GetEnvironment()) {
   SetProjectVariables(options, parser_.GetEnvironment());
   if (options.device) HandOverDevice(*options.device);
+  AppendLibraryFolder(ProgramFolder() / "simulator");
   SetTestEnvironment(&testEnvironment_);
   SetVarAccess(&varAccess_);
 }

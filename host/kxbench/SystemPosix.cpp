@@ -24,6 +24,9 @@ void SetEnvironment(const std::string& name, const std::string& value) {
   if (setenv(name.c_str(), value.c_str(), 1) != 0) throw Failure("cannot set the variable " + name);
 }
 
+/// Libraries carry their own run path here.
+void AppendLibraryFolder(const std::filesystem::path&) {}
+
 bool OutputShowsColours() {
   const char* refused = std::getenv("NO_COLOR");
   const char* kind = std::getenv("TERM");

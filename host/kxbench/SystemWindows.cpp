@@ -45,6 +45,14 @@ void SetEnvironment(const std::string& name, const std::string& value) {
   if (_wputenv_s(wideName.c_str(), wideValue.c_str()) != 0) throw Failure("cannot set the variable " + name);
 }
 
+void AppendLibraryFolder(const std::filesystem::path& folder) {
+  // PATH is what the system searches last.
+  const wchar_t* before = _wgetenv(L"PATH");
+  const std::wstring path =
+      (before == nullptr ? std::wstring() : before + std::wstring(L";")) + folder.wstring();
+  if (_wputenv_s(L"PATH", path.c_str()) != 0) throw Failure("cannot set the variable PATH");
+}
+
 bool OutputShowsColours() {
   const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
   DWORD mode = 0;

@@ -8,6 +8,7 @@
 #include <random>
 
 #include "data/NumberText.h"
+#include "data/UserLocale.h"
 #include "tests/data/DataFixture.h"
 
 namespace data_test {
@@ -29,6 +30,11 @@ TEST_F(NumberText, TheSeparatorIsTheOneSet) {
   EXPECT_EQ(shorttest::DecimalSeparator(), ",");
   shorttest::SetDecimalSeparator(".");
   EXPECT_EQ(shorttest::DecimalSeparator(), ".");
+}
+
+TEST_F(NumberText, WithoutOneSetTheSeparatorIsTheUsers) {
+  shorttest::SetDecimalSeparator(std::nullopt);
+  EXPECT_EQ(shorttest::DecimalSeparator(), shorttest::UserDecimalSeparator());
 }
 
 struct FloatCase {

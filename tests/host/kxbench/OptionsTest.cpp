@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+
 #include "host/kxbench/Failure.h"
 #include "host/kxbench/Options.h"
 #include "tests/host/RowName.h"
@@ -168,7 +169,11 @@ TEST(Help, TellsOfCommandsOptionsAndExitStatus) {
   }
 }
 
-TEST(Version, IsTold) { EXPECT_THAT(Help({"--version"}), testing::MatchesRegex("kxbench [0-9.]+\n")); }
+TEST(Version, IsTold) {
+  const std::string told = Help({"--version"});
+  ASSERT_THAT(told, testing::StartsWith("kxbench "));
+  EXPECT_EQ(told.find_first_not_of("0123456789.", 8), told.size() - 1) << told;
+}
 
 }  // namespace
 }  // namespace kxbench
