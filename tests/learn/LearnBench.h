@@ -32,8 +32,7 @@ struct ProgressScript {
 class LearnBench : public Bench {
  protected:
   void SetUp() override {
-    script = {};
-    script.log = &log;
+    StartScript(log);
     SetApplication(&ui);
     SetDecimalSeparator(",");
   }
@@ -45,6 +44,12 @@ class LearnBench : public Bench {
   }
 
   void Learn() { LearnConnections(data, Progressed); }
+
+  /// A progress function that never stops and logs to `log`.
+  static void StartScript(CallLog& log) {
+    script = {};
+    script.log = &log;
+  }
 
   /// Progress answers true at its n-th call alone, or from it on; or throws there. From 1.
   static void StopAt(int n) { script.stopAt = n; }
