@@ -9,3 +9,15 @@ target_include_directories(toolkit SYSTEM INTERFACE ${wxWidgets_INCLUDE_DIRS})
 target_compile_definitions(toolkit INTERFACE ${wxWidgets_DEFINITIONS})
 target_compile_options(toolkit INTERFACE ${wxWidgets_CXX_FLAGS})
 target_link_libraries(toolkit INTERFACE ${wxWidgets_LIBRARIES})
+
+# Adds the tests of a program that shows real windows. Each gets a screen and a window manager of its own; on
+# Windows there is one screen, one mouse and one keyboard for all.
+function(discover_window_tests test)
+  if(WIN32)
+    gtest_discover_tests(${test} NO_PRETTY_VALUES DISCOVERY_MODE PRE_TEST PROPERTIES RUN_SERIAL TRUE)
+  else()
+    set_target_properties(${test} PROPERTIES
+      CROSSCOMPILING_EMULATOR "${PROJECT_SOURCE_DIR}/tests/support/xvfb")
+    gtest_discover_tests(${test} NO_PRETTY_VALUES DISCOVERY_MODE PRE_TEST)
+  endif()
+endfunction()

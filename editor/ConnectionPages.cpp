@@ -17,6 +17,7 @@ constexpr int SkipHeight = 45;
 constexpr int SkipConHeight = 105;
 constexpr int SollWidth = 385;
 constexpr int SmallestPane = 40;
+constexpr int GroupBorder = 3;
 
 wxString Text(const char* utf8) { return wxString::FromUTF8(utf8); }
 
@@ -45,7 +46,8 @@ wxSizer* LayOutBlockedPoints(wxWindow* parent, const EditorLayout& layout) {
   constexpr const char* Caption = "&Gesperrte Messpunkte";
   wxStaticBoxSizer* const group = MakeGroup(parent, Caption);
   auto* const edit = new wxTextCtrl(group->GetStaticBox(), wxID_ANY);
-  group->Add(edit, wxSizerFlags().Expand());
+  edit->SetMinSize(wxSize(1, LineHeight(*parent)));
+  group->Add(edit, wxSizerFlags().Expand().Border(wxALL, Scaled(*parent, GroupBorder)));
   group->SetMinSize(-1, Scaled(*parent, SkipHeight));
   layout.controls.Ed_Skip = edit;
   layout.dialog.AddAccelerator(Text(Caption), *edit);
@@ -56,7 +58,8 @@ wxWindow* LayOutSkippedConnections(wxWindow* parent, const EditorLayout& layout)
   wxPanel* const pane = MakePane(parent);
   wxStaticBoxSizer* const group = MakeGroup(pane, "Übersprungene Verbindungen");
   layout.controls.Mm_SkipCon = MakeMemo(group->GetStaticBox(), 0);
-  group->Add(layout.controls.Mm_SkipCon, wxSizerFlags(1).Expand());
+  group->Add(layout.controls.Mm_SkipCon,
+             wxSizerFlags(1).Expand().Border(wxALL, Scaled(*parent, GroupBorder)));
   pane->SetSizer(group);
   return pane;
 }
@@ -70,7 +73,7 @@ wxWindow* LayOutExpectedConnections(wxWindow* parent, const EditorLayout& layout
   layout.controls.Mm_SollNames = MakeMemo(splitter, wxTE_READONLY | wxBORDER_NONE);
   splitter->SplitVertically(layout.controls.Mm_Soll, layout.controls.Mm_SollNames,
                             Scaled(*parent, SollWidth));
-  group->Add(splitter, wxSizerFlags(1).Expand());
+  group->Add(splitter, wxSizerFlags(1).Expand().Border(wxALL, Scaled(*parent, GroupBorder)));
   pane->SetSizer(group);
   layout.dialog.AddAccelerator(Text(Caption), *layout.controls.Mm_Soll);
   return pane;

@@ -39,4 +39,6 @@ int Scaled(const wxWindow& window, int pixels) {
   return static_cast<int>(std::lround(pixels * scale));
 }
 
+int LineHeight(const wxWindow& window) { return window.GetCharHeight() + Scaled(window, 10); }
+
 }  // namespace shorttest

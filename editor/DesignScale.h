@@ -12,4 +12,8 @@ wxFont DialogFont();
 /// out, whether the screen's resolution or the user's wish for larger text is the reason.
 int Scaled(const wxWindow& window, int pixels);
 
+/// Height of a one-line edit: the text, and a little room around it. Some toolkits think it
+/// should be twice that.
+int LineHeight(const wxWindow& window);
+
 }  // namespace shorttest

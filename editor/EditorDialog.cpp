@@ -39,6 +39,7 @@ void EditorDialog::AddAccelerator(const wxString& caption, wxWindow& target) {
 
 void EditorDialog::OnLeave(wxWindow& control, std::function<void()> handler) {
   leaveHandlers_[&control] = std::move(handler);
+  control.Bind(wxEVT_KILL_FOCUS, &EditorDialog::OnKillFocus, this);
 }
 
 void EditorDialog::LeaveControl() {
@@ -54,17 +55,32 @@ void EditorDialog::OnChildFocus(wxChildFocusEvent& event) {
   current_ = entered;
 }
 
-// The toolkit acts on the letters of buttons alone, and only some systems on those of labels.
 void EditorDialog::OnCharHook(wxKeyEvent& event) {
-  wxWindow* const target =
-      event.GetModifiers() == wxMOD_ALT ? NextTarget(static_cast<wchar_t>(event.GetUnicodeKey())) : nullptr;
-  const bool onlyButton = target != nullptr && wxDynamicCast(target, wxButton) != nullptr &&
-                          accelerators_.at(static_cast<wchar_t>(event.GetUnicodeKey())).size() == 1;
-  if (target == nullptr || onlyButton) {
+  if (event.GetKeyCode() == WXK_F1 && helpHandler_) {
+    helpHandler_();
+  } else if (event.GetModifiers() != wxMOD_ALT ||
+             !GoToAccelerator(static_cast<wchar_t>(event.GetUnicodeKey()))) {
     event.Skip();
-  } else {
-    target->SetFocus();
   }
+}
+
+// Not every control tells that it got the keyboard: once the focus has settled, it is looked whether the one
+// that lost it left it to a control of this dialog or to another window.
+void EditorDialog::OnKillFocus(wxFocusEvent& event) {
+  event.Skip();
+  CallAfter([this, left = event.GetEventObject()] {
+    if (left == current_ && IsActive() && FindFocus() != current_) LeaveControl();
+  });
+}
+
+// The toolkit acts on the letters of buttons alone, and only some systems on those of labels. It is left to
+// press a button that nothing else shares the letter with.
+bool EditorDialog::GoToAccelerator(wchar_t letter) {
+  wxWindow* const target = NextTarget(letter);
+  if (target == nullptr) return false;
+  if (wxDynamicCast(target, wxButton) != nullptr && accelerators_.at(letter).size() == 1) return false;
+  target->SetFocus();
+  return true;
 }
 
 wxWindow* EditorDialog::NextTarget(wchar_t letter) const {

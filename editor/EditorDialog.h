@@ -32,17 +32,23 @@ class EditorDialog : public wxDialog {
   /// Acts as if the keyboard left the control that has it.
   void LeaveControl();
 
+  /// `handler` runs when the user presses F1.
+  void OnHelpKey(std::function<void()> handler) { helpHandler_ = std::move(handler); }
+
   /// Forgets which control had the keyboard, without leaving it.
   void ForgetControl() { current_ = nullptr; }
 
  private:
   void OnChildFocus(wxChildFocusEvent& event);
+  void OnKillFocus(wxFocusEvent& event);
   void OnCharHook(wxKeyEvent& event);
+  bool GoToAccelerator(wchar_t letter);
   wxWindow* NextTarget(wchar_t letter) const;
 
   std::vector<std::unique_ptr<UpDownEdit>> upDowns_;
   std::map<wchar_t, std::vector<wxWindow*>> accelerators_;
   std::map<wxWindow*, std::function<void()>> leaveHandlers_;
+  std::function<void()> helpHandler_;
   wxWindow* current_ = nullptr;
 };
 

@@ -65,6 +65,11 @@ void TShortTestForm::BindConnections() {
     event.Skip();
     Window()->LeaveControl();  // a text that is no longer shown does not have the keyboard any more
     ShowGrid();
+    // The toolkit goes on to the first text of the page; looking at the texts is not yet entering one.
+    Window()->CallAfter([this] {
+      Window()->ForgetControl();
+      PageControl1->SetFocus();
+    });
   });
 }
 
@@ -77,7 +82,7 @@ void TShortTestForm::BindClosing() {
   });
   ButtonCancel->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { RequestClose(mrCancel); });
   Window()->Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { RequestClose(mrCancel); });
-  Window()->Bind(wxEVT_HELP, [this](wxHelpEvent&) { Handle([this] { ShowHelp(); }); });
+  Window()->OnHelpKey([this] { Handle([this] { ShowHelp(); }); });
 }
 
 // OK takes the keyboard from the control that has it, also when it was the Enter key that pressed the button.

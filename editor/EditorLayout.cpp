@@ -16,15 +16,15 @@ constexpr int ClientHeight = 662;
 constexpr int MinimumWidth = 300;
 constexpr int MinimumHeight = 480;
 constexpr int Border = 6;
+constexpr int FrameWidth = 16;
+constexpr int FrameHeight = 48;
 
-// The design size, or what the screen has room for.
+// The design size, or what the screen has room for beside the window's frame.
 void SetSizes(EditorDialog& dialog) {
   dialog.SetMinSize(wxSize(Scaled(dialog, MinimumWidth), Scaled(dialog, MinimumHeight)));
-  dialog.SetClientSize(Scaled(dialog, ClientWidth), Scaled(dialog, ClientHeight));
-  const wxRect screen = wxDisplay(&dialog).GetClientArea();
-  wxSize size = dialog.GetSize();
-  size.DecTo(screen.GetSize());
-  dialog.SetSize(size);
+  wxSize client(Scaled(dialog, ClientWidth), Scaled(dialog, ClientHeight));
+  client.DecTo(wxDisplay(&dialog).GetClientArea().GetSize() - wxSize(FrameWidth, FrameHeight));
+  dialog.SetClientSize(client);
   dialog.CentreOnParent();
 }
 

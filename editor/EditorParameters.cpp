@@ -60,6 +60,7 @@ void TShortTestForm::ShowData() {
   }
   ProgressBar1->SetValue(0);
   ShowConnections();
+  Mm_SollChange();  // the names may be others even where the texts are the same
   UpdateWarning();
 }
 

@@ -3,6 +3,10 @@
 #include <wx/filedlg.h>
 #include <wx/filename.h>
 
+#include <filesystem>
+#include <system_error>
+
+#include "data/FileAccess.h"
 #include "platform/kxcomponents.h"
 
 namespace shorttest {
@@ -50,7 +54,16 @@ bool ConfirmsOverwriting(const wxFileName& name) {
                                     .buttons = {mrOk, mrCancel}}) == mrOk;
 }
 
-bool IsReadOnly(const wxFileName& name) { return name.FileExists() && !name.IsFileWritable(); }
+// Marked so, or not this user's to write: the super-user, who may write everything, respects the mark too.
+bool IsReadOnly(const wxFileName& name) {
+  if (!name.FileExists()) return false;
+  using std::filesystem::perms;
+  std::error_code ignored;
+  const auto mode =
+      std::filesystem::status(AbsolutePath(name.GetFullPath().utf8_string()), ignored).permissions();
+  return (mode & (perms::owner_write | perms::group_write | perms::others_write)) == perms::none ||
+         !name.IsFileWritable();
+}
 
 // True when the file can be opened; else the user has been told why not.
 bool CanOpen(const wxFileName& name) {

@@ -77,12 +77,13 @@ int TShortTestForm::ShowModal() {
 
 void TShortTestForm::MakeWindow() {
   window_ = std::make_unique<NativeWindow>();
-  shorttest::LayOutEditor({.dialog = *Window(),
-                .controls = *this,
-                .dataFileEdit = KXEdit_Datafile,
-                .cellPainter = [this](wxDC& dc, int column, int row, const wxRect& rectangle, bool focused) {
-                  ConnectionGridDrawCell(dc, column, row, rectangle, focused);
-                }});
+  shorttest::LayOutEditor(
+      {.dialog = *Window(),
+       .controls = *this,
+       .dataFileEdit = KXEdit_Datafile,
+       .cellPainter = [this](wxDC& dc, int column, int row, const wxRect& rectangle, bool focused) {
+         ConnectionGridDrawCell(dc, column, row, rectangle, focused);
+       }});
   BindEvents();
 }
 
@@ -128,6 +129,8 @@ void TShortTestForm::CloseIfRequested() {
       modalResult_ = mrNone;
       throw;
     }
+    // Nothing is left any more, neither a control nor an error on leaving one.
+    Window()->ForgetControl();
     pendingErrors_.clear();
     Window()->EndModal(modalResult_ == mrOk ? wxID_OK : wxID_CANCEL);
   });

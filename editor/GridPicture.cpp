@@ -59,7 +59,7 @@ GridColour ColourOfState(CellState state) {
 int GridCellSize(int extent, int count, int lineWidth) {
   if (count <= 0) return 0;
   const double pitch = std::floor(static_cast<double>(extent) / count);
-  return std::max(1, static_cast<int>(pitch) - lineWidth);
+  return std::max(0, static_cast<int>(pitch) - lineWidth);
 }
 
 std::vector<CellRange> GridPicture::Update(const TShortTestData& data) {

@@ -22,7 +22,7 @@ GridColour ColourOfState(CellState state);
 inline constexpr GridColour NoDataColour{0, 0, 255};
 
 /// Width (or height) of a grid cell, without its line, so that `count` cells with a line of `lineWidth`
-/// behind each fill `extent`. At least 1 pixel, however many cells there are; 0 without cells.
+/// behind each fit into `extent`; 0 when there is no room for more than the line, and without cells.
 int GridCellSize(int extent, int count, int lineWidth);
 
 /// A rectangle of grid cells, ends included.

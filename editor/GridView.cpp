@@ -13,6 +13,11 @@ namespace {
 // Beyond that many the parts cost more than the whole.
 constexpr std::size_t MostPartialRefreshes = 64;
 
+// Smaller cells, of a pixel or two, would be hidden by their lines more than they are told apart.
+constexpr int SmallestCellWithLines = 3;
+
+bool HasLines(int cellSize) { return cellSize >= SmallestCellWithLines; }
+
 }  // namespace
 
 GridView::GridView(wxWindow& parent, CellPainter painter) : painter_(std::move(painter)) {
@@ -52,13 +57,12 @@ void GridView::SetCellSize(const wxSize& size) {
 
 wxRect GridView::CellRect(int column, int row) const {
   const wxSize pitch = Pitch();
-  return {wxPoint(column * pitch.x, row * pitch.y), cellSize_};
+  const wxSize cell(HasLines(cellSize_.x) ? cellSize_.x : pitch.x,
+                    HasLines(cellSize_.y) ? cellSize_.y : pitch.y);
+  return {wxPoint(column * pitch.x, row * pitch.y), cell};
 }
 
-// Cells of one pixel have no room for lines.
-wxSize GridView::Pitch() const {
-  return {cellSize_.x > 1 ? cellSize_.x + LineWidth : 1, cellSize_.y > 1 ? cellSize_.y + LineWidth : 1};
-}
+wxSize GridView::Pitch() const { return {cellSize_.x + LineWidth, cellSize_.y + LineWidth}; }
 
 // The cells that the area touches; right is left of left when there are none.
 CellRange GridView::CellsIn(const wxRect& area) const {
@@ -95,12 +99,11 @@ void GridView::PaintCells(wxDC& dc, const CellRange& range) {
     }
   }
 
-  const wxSize lines = Pitch() - cellSize_;
   const wxRect area = CellRect(range.left, range.top).Union(CellRect(range.right, range.bottom));
   dc.SetPen(*wxTRANSPARENT_PEN);
   dc.SetBrush(GetBackgroundColour());
-  for (int column = range.left; lines.x > 0 && column <= range.right; ++column) {
-    dc.DrawRectangle(CellRect(column, 0).GetRight() + 1, area.y, lines.x, area.height);
+  for (int column = range.left; HasLines(cellSize_.x) && column <= range.right; ++column) {
+    dc.DrawRectangle(CellRect(column, 0).GetRight() + 1, area.y, LineWidth, area.height);
   }
 
   const bool focusInside = range.left <= focused_.x && focused_.x <= range.right && range.top <= focused_.y &&

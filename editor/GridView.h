@@ -29,11 +29,12 @@ class GridView : public wxWindow {
   /// Number of columns, and of rows.
   int Count() const { return picture_.Count(); }
 
-  /// Size of a cell without its line, pixels.
+  /// Size of a cell without its line, pixels. Cells too small to be seen between lines are painted over them;
+  /// a cell has at least one pixel, whatever its size says.
   void SetCellSize(const wxSize& size);
   wxSize CellSize() const { return cellSize_; }
 
-  /// Area of a cell, without its line.
+  /// Area painted for a cell.
   wxRect CellRect(int column, int row) const;
 
   /// The cell that has the focus rectangle: column and row.

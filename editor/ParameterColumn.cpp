@@ -49,7 +49,7 @@ class Column {
 
   wxTextCtrl* MakeEdit(int width) {
     auto* const edit = new wxTextCtrl(&parent_, wxID_ANY);
-    edit->SetMinSize(wxSize(Scaled(parent_, width), -1));
+    edit->SetMinSize(wxSize(Scaled(parent_, width), LineHeight(parent_)));
     return edit;
   }
 

@@ -1,6 +1,9 @@
 #include "hardware/Bus.h"
 
+#include <algorithm>
 #include <array>
+#include <stdexcept>
+#include <string>
 
 #include "hardware/DriverText.h"
 #include "hardware/Timing.h"
@@ -12,6 +15,7 @@ namespace {
 
 constexpr std::int32_t ChannelsPerCard = 48;
 constexpr std::int32_t FirstLineAddress = 128;  // line 0 of card 0; two addresses a card
+constexpr std::int32_t MaxCards = 64;           // addresses have 8 bits
 constexpr std::int32_t LineReset = 64;
 constexpr std::int32_t CloseRelay = 128;
 constexpr std::array<std::int32_t, 2> AuxiliaryLine0 = {CloseRelay + 48, CloseRelay + 50};
@@ -39,7 +43,7 @@ struct ChannelPlace {
       relay -= ChannelsPerCard;
     }
     address += line;
-    --relay;
+    relay = static_cast<std::int32_t>(static_cast<std::uint32_t>(relay) - 1U);  // wraps at the lowest number
   }
 };
 
@@ -102,6 +106,10 @@ void ResetHardware() {
 }
 
 void PrepareCards(const TShortTestData& data, bool resetFirst) {
+  if (data.AnzahlKarten() > MaxCards) {
+    throw std::out_of_range("channel " + std::to_string(data.bis) + " lies beyond the " +
+                            std::to_string(MaxCards * ChannelsPerCard) + " channels of the relay cards' bus");
+  }
   for (std::int32_t card = 0; card < data.AnzahlKarten(); ++card) {
     if (resetFirst) WriteBus(LineAddress(card, 0), LineReset);
     for (const std::int32_t value : AuxiliaryLine0) WriteBus(LineAddress(card, 0), value);
@@ -112,7 +120,8 @@ void PrepareCards(const TShortTestData& data, bool resetFirst) {
 }
 
 void ReleaseAllLines(const TShortTestData& data) noexcept {
-  for (std::int32_t card = 0; card < data.AnzahlKarten(); ++card) {
+  const std::int32_t cards = std::min(data.AnzahlKarten(), MaxCards);
+  for (std::int32_t card = 0; card < cards; ++card) {
     WriteBus(LineAddress(card, 0), LineReset);
     WriteBus(LineAddress(card, 1), LineReset);
   }

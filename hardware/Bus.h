@@ -42,7 +42,9 @@ bool InitHardware();
 void ResetHardware();
 
 /// Closes the measurement set-up's auxiliary relays on every card that the range of `data` needs.
-/// `resetFirst` opens everything before; without it channel relays that are closed stay closed.
+/// `resetFirst` opens everything before; without it channel relays that are closed stay closed. Throws
+/// std::out_of_range, before any call, for a range beyond the 64 cards that the bus can address: it comes
+/// from a damaged file and would take minutes.
 void PrepareCards(const TShortTestData& data, bool resetFirst);
 
 /// Opens every relay of every card that the range of `data` needs. Never raises: it serves clean-ups, where a

@@ -30,7 +30,6 @@ class KX_API TKXCommandClass {
 class KX_API TKXFuncRunEditExport {
  public:
   TKXFuncRunEditExport(const TKXCommandClass& commandClass, TKXParser* parser, std::uint32_t flags);
-  ~TKXFuncRunEditExport();
 
   const TKXCommandClass& CommandClass() const { return *commandClass_; }
   TKXParser* Parser() const { return parser_; }

@@ -15,7 +15,7 @@ namespace {
 constexpr double SecondsBetweenRedraws = 0.05;
 
 /// Lines in a log: every tenth of the way, but not more often than every few seconds.
-constexpr double SecondsBetweenLines = 5.0;
+constexpr double SecondsBetweenLines = 1.0;
 constexpr double FractionBetweenLines = 0.1;
 
 constexpr std::string_view EraseLine = "\r\x1b[K";

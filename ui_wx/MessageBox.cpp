@@ -77,7 +77,8 @@ class NativeButtons {
 
   long Style() const {
     const int defaultRole = roles_.front().id;
-    const long defaultStyle = defaultRole == wxID_CANCEL ? wxCANCEL_DEFAULT
+    // The highest bit of the style: not a positive long everywhere.
+    const long defaultStyle = defaultRole == wxID_CANCEL ? static_cast<long>(wxCANCEL_DEFAULT)
                               : defaultRole == wxID_NO   ? wxNO_DEFAULT
                                                          : 0;
     if (roles_.size() == 1) return wxOK;

@@ -80,6 +80,13 @@ Toolkit::~Toolkit() {
   wxEntryCleanup();
 }
 
-void Toolkit::DispatchPendingEvents() { wxEventLoopBase::GetActive()->Yield(true); }
+// Not the toolkit's own way to yield: that does nothing when it is already under way further up, and a
+// procedure started from there would run without a user.
+void Toolkit::DispatchPendingEvents() {
+  wxEventLoopBase& loop = *wxEventLoopBase::GetActive();
+  while (loop.Pending()) loop.Dispatch();
+  wxTheApp->ProcessPendingEvents();
+  loop.ProcessIdle();
+}
 
 }  // namespace kxbench

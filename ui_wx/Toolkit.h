@@ -19,7 +19,7 @@ class Toolkit {
   Toolkit(const Toolkit&) = delete;
   Toolkit& operator=(const Toolkit&) = delete;
 
-  /// Handles all events that are there, and returns. A call from within itself returns at once.
+  /// Handles all events that are there, and returns. May be called from a handler of such an event.
   void DispatchPendingEvents();
 
  private:

@@ -8,8 +8,6 @@ TKXFuncRunEditExport::TKXFuncRunEditExport(const TKXCommandClass& commandClass, 
                                            std::uint32_t flags)
     : commandClass_(&commandClass), parser_(parser), flags_(flags) {}
 
-TKXFuncRunEditExport::~TKXFuncRunEditExport() = default;
-
 std::unique_ptr<TKXFuncRunEdit> TKXFuncRunEditExport::CreateCommand() const {
   return std::unique_ptr<TKXFuncRunEdit>(commandClass_->Create(parser_));
 }

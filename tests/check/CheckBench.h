@@ -12,6 +12,7 @@
 #include "platform/kxcomponents.h"
 #include "tests/support/Bench.h"
 #include "tests/support/FakeFramework.h"
+#include "tests/support/FakeTestEnvironment.h"
 #include "tests/support/FakeUserInterface.h"
 #include "tests/support/MatrixText.h"
 
@@ -21,13 +22,11 @@ namespace shorttest::testkit {
 /// log shows positions in full.
 class CheckBench : public Bench {
  protected:
-  static constexpr std::uint32_t WindowHandleValue = 0x1234;
-
   void SetUp() override {
     ui.BarMaximum(FineBar);
     SetApplication(&ui);
     SetTestEnvironment(&environment);
-    SetMessageWindowHandle(WindowHandleValue);
+    SetMessageWindowHandle(host.Handle());
     SetDecimalSeparator(",");
   }
   void TearDown() override {
@@ -48,6 +47,7 @@ class CheckBench : public Bench {
     SetMatrix(data, matrix);
   }
 
+  /// The records that the host got, each ended by a line feed.
   std::string Records() const { return host.Records(); }
 
   FakeUserInterface ui{log};

@@ -65,9 +65,10 @@ class CheckFault : public CheckBench {
     driver.NoFault();
     ui.ThrowAtCall(0);
     Harness();
-    MessageRecorder recorder(log);
+    host.Clear();
     RunShortTest(data);
-    EXPECT_EQ(recorder.Records(), AllRecords);
+    EXPECT_EQ(Records(), AllRecords);
+    host.Clear();
   }
 };
 
@@ -86,7 +87,7 @@ TEST_F(CheckFault, ADriverErrorAtAnyCallBecomesItsExceptionAfterTheCleanUp) {
       SCOPED_TRACE("failing call " + std::to_string(k));
       Harness();
       log.Clear();
-      const std::size_t records = host.Messages().size();
+      host.Clear();
       driver.FailAt(k, "fault at " + std::to_string(k), fault);
       EXPECT_EQ(HardwareErrorOf([this] { RunShortTest(data); }), "fault at " + std::to_string(k));
       if (k <= SetUpCalls) {
@@ -95,7 +96,7 @@ TEST_F(CheckFault, ADriverErrorAtAnyCallBecomesItsExceptionAfterTheCleanUp) {
       } else {
         EXPECT_TRUE(log.Text().ends_with(CleanUp()));
       }
-      EXPECT_EQ(host.Messages().size(), records);
+      EXPECT_EQ(Records(), "");
       EXPECT_EQ(environment.Cancels(), 0);
       ExpectSafe();
       ExpectTheNextCheckIsRight();
@@ -108,10 +109,10 @@ TEST_F(CheckFault, ADriverErrorWithinTheCleanUpRaisesNothingAndTakesNoRecord) {
   for (int k = calls - CleanUpCalls + 1; k <= calls; ++k) {
     SCOPED_TRACE("failing call " + std::to_string(k));
     Harness();
-    MessageRecorder recorder(log);
+    host.Clear();
     driver.FailAt(k, "late fault");
     EXPECT_NO_THROW(RunShortTest(data));
-    EXPECT_EQ(recorder.Records(), AllRecords);
+    EXPECT_EQ(Records(), AllRecords);
     ExpectSafe();
     ExpectTheNextCheckIsRight();
   }
@@ -156,9 +157,9 @@ TEST_F(CheckFault, AnExceptionOfTheUserInterfaceWithinTheCleanUpDoesNotSpoilTheR
 
   Harness();
   ui.ThrowAtCall(calls);  // enabling the windows
-  MessageRecorder recorder(log);
+  host.Clear();
   EXPECT_NO_THROW(RunShortTest(data));
-  EXPECT_EQ(recorder.Records(), AllRecords);
+  EXPECT_EQ(Records(), AllRecords);
   EXPECT_TRUE(driver.AllRelaysOpen());
   EXPECT_EQ(ui.Dialogs(), 0);
 }
@@ -234,6 +235,14 @@ TEST_F(CheckFault, AThresholdNothingCanBeMeasuredAgainstEndsTheCheck) {
   data.Schwelle2 = 0.0;
   EXPECT_THROW(RunShortTest(data), std::invalid_argument);
   EXPECT_EQ(Records(), "");
+  ExpectSafe();
+}
+
+TEST_F(CheckFault, ARangeBeyondTheBusEndsTheCheckQuicklyAndCleanly) {
+  data = TShortTestData(2'000'000'000, 2'000'000'001);
+  EXPECT_THROW(RunShortTest(data), std::out_of_range);
+  EXPECT_EQ(Records(), "");
+  EXPECT_LT(log.Count(""), 1000);
   ExpectSafe();
 }
 

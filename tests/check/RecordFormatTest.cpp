@@ -137,21 +137,28 @@ TEST_F(RecordFormat, GoesToTheHostsWindowAsMessage1133) {
   HostMessage = u"Kurzschlusstest|0|0||0||";
   SendHostMessage();
   ASSERT_EQ(host.Messages().size(), 1U);
-  EXPECT_EQ(host.Messages()[0].window, 0x1234U);
+  EXPECT_EQ(host.Messages()[0].window, host.Handle());
   EXPECT_EQ(host.Messages()[0].message, 1133U);
   EXPECT_EQ(host.Messages()[0].wParam, 0U);
   EXPECT_EQ(host.Messages()[0].text, u"Kurzschlusstest|0|0||0||");
 }
 
 TEST_F(RecordFormat, TheWindowIsReadAnewAtEverySend) {
+  MessageRecorder other(log);
   HostMessage = u"one";
   SendHostMessage();
-  SetMessageWindowHandle(0x77);
+  SetMessageWindowHandle(other.Handle());
   HostMessage = u"two";
   SendHostMessage();
-  ASSERT_EQ(host.Messages().size(), 2U);
-  EXPECT_EQ(host.Messages()[1].window, 0x77U);
-  EXPECT_EQ(MessageWindowHandle(), 0x77U);
+  EXPECT_EQ(host.Records(), "one\n");
+  EXPECT_EQ(other.Records(), "two\n");
+}
+
+TEST_F(RecordFormat, WithoutAWindowARecordGoesNowhere) {
+  SetMessageWindowHandle(0);
+  HostMessage = u"one";
+  EXPECT_NO_THROW(SendHostMessage());
+  EXPECT_EQ(host.Records(), "");
 }
 
 TEST_F(RecordFormat, TheLastRecordStaysUntilTheNextIsBuilt) {

@@ -50,14 +50,13 @@ TEST_P(CellSize, FillsTheExtent) {
   EXPECT_EQ(GridCellSize(GetParam().extent, GetParam().count, 1), GetParam().size);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, CellSize,
-                         ::testing::Values(SizeCase{"RoundedDown", 800, 48, 15}, SizeCase{"Even", 480, 48, 9},
-                                           SizeCase{"Small", 800, 240, 2},
-                                           SizeCase{"NeverBelowOnePixel", 480, 240, 1},
-                                           SizeCase{"MoreCellsThanPixels", 100, 240, 1},
-                                           SizeCase{"NoCells", 800, 0, 0},
-                                           SizeCase{"NegativeCount", 800, -1, 0}),
-                         [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Table, CellSize,
+    ::testing::Values(SizeCase{"RoundedDown", 800, 48, 15}, SizeCase{"Even", 480, 48, 9},
+                      SizeCase{"Small", 800, 240, 2}, SizeCase{"OnePixelAndTheLine", 480, 240, 1},
+                      SizeCase{"OnlyTheLine", 479, 240, 0}, SizeCase{"MoreCellsThanPixels", 100, 240, 0},
+                      SizeCase{"NoCells", 800, 0, 0}, SizeCase{"NegativeCount", 800, -1, 0}),
+    [](const auto& row) { return row.param.name; });
 
 class ShownGrid : public ::testing::Test {
  protected:

@@ -1,4 +1,9 @@
 #include "hardware/Bus.h"
+
+#include <cstdint>
+#include <limits>
+#include <stdexcept>
+
 #include "tests/support/Bench.h"
 
 namespace shorttest::testkit {
@@ -76,6 +81,34 @@ TEST_F(CardSetUp, ReleasingNeverAsksForErrors) {
   ReleaseAllLines(TShortTestData(1, 96));
   EXPECT_EQ(log.Text(), "bus 128 0 64\nbus 129 0 64\nbus 130 0 64\nbus 131 0 64\n");
   EXPECT_TRUE(driver.HasPendingError());
+}
+
+// --- channel numbers that only a damaged file can hold ---
+
+TEST_F(CardSetUp, ARangeBeyondTheBusIsRefusedBeforeAnyCall) {
+  const TShortTestData data(2'000'000'000, 2'000'000'001);
+  EXPECT_THROW(PrepareCards(data, true), std::out_of_range);
+  EXPECT_THROW(PrepareCards(data, false), std::out_of_range);
+  EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(CardSetUp, ReleasingARangeBeyondTheBusEndsWithTheLastAddress) {
+  ReleaseAllLines(TShortTestData(2'000'000'000, 2'000'000'001));
+  EXPECT_EQ(log.Text(), ReleaseAll(64));
+  EXPECT_TRUE(log.Text().ends_with("bus 255 0 64\n"));
+}
+
+TEST_F(CardSetUp, EveryCardThatTheBusCanAddressIsUsed) {
+  const TShortTestData data(64 * 48, 64 * 48);
+  PrepareCards(data, true);
+  ReleaseAllLines(data);
+  EXPECT_EQ(log.Text(), PrepareAfterReset(64) + ReleaseAll(64));
+  EXPECT_THROW(PrepareCards(TShortTestData(64 * 48 + 1, 64 * 48 + 1), true), std::out_of_range);
+}
+
+TEST_F(CardSetUp, TheLowestChannelNumberDoesNotOverflow) {
+  ConnectChannel(std::numeric_limits<std::int32_t>::min(), 0);
+  EXPECT_EQ(log.Count("bus 128 0 "), 1);
 }
 
 struct CardsOfRange {

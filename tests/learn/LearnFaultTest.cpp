@@ -98,6 +98,13 @@ TEST_F(LearnFault, AnErrorFromBeforeIsRaisedAtTheFirstQuery) {
   EXPECT_EQ(log.Text(), "relay 0 7 1\n" + ErrorTaken() + CleanUp());
 }
 
+TEST_F(LearnFault, EarlierResultsAreForgottenEvenWhenTheFirstCallFails) {
+  SetMatrix(data, "8 28 118 1118 11118 111118 1111118 11111118");
+  driver.FailAt(1, "no such relay");
+  EXPECT_EQ(HardwareErrorOf([this] { Learn(); }), "no such relay");
+  EXPECT_EQ(MatrixText(data), "8 08 008 0008 00008 000008 0000008 00000008");
+}
+
 TEST_F(LearnFault, FindingsBeforeTheFaultAreKept) {
   Channels(1, 3);
   const int voltagePass = 6 + 1 + 2 * 4;

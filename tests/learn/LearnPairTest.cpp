@@ -45,6 +45,22 @@ TEST_F(LearnPairs, OnlyUnknownPairsOfCandidatesAreMeasured) {
   EXPECT_EQ(MatrixText(data), "8 38 008 1108");
 }
 
+TEST_F(LearnPairs, AChannelIsNeverMeasuredAgainstItself) {
+  Channels(1, 2);
+  SetMatrix(data, "0 30");  // the diagonal of a damaged file
+  LearnPairPass(data, Candidates({0, 1}), Progressed);
+  EXPECT_EQ(log.Count("read"), 0);
+  EXPECT_EQ(MatrixText(data), "0 30");
+}
+
+TEST_F(LearnPairs, TheThresholdItselfIsOpen) {
+  Channels(1, 2);
+  driver.Wire(1, 2, 10.0);
+  ui.Answer({mrIgnore});
+  LearnPairPass(data, Candidates({0, 1}), Progressed);
+  EXPECT_EQ(MatrixText(data), "8 18");
+}
+
 TEST_F(LearnPairs, AStopReturnsAtOnce) {
   Channels(1, 3);
   driver.Wire(1, 2);

@@ -201,6 +201,13 @@ TEST_F(LearnTrace, ResetKeepsEverythingThatLearningDoesNotDecide) {
   EXPECT_EQ(log.Text(), "");
 }
 
+TEST_F(LearnTrace, ResetTakesDiagonalCellsOfDamagedFilesAlongToTheLast) {
+  Channels(1, 3);
+  SetMatrix(data, "1 02 002");
+  ResetLearnedCells(data);
+  EXPECT_EQ(MatrixText(data), "0 00 000");
+}
+
 TEST_F(LearnTrace, AnEarlierResultIsForgotten) {
   Channels(1, 3);
   driver.Wire(1, 2);

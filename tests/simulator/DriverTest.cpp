@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 #include <cmath>
 #include <cstdlib>
@@ -24,6 +27,22 @@ void SetEnvironment(const char* name, const std::string& value) {
   _putenv_s(name, value.c_str());
 #else
   setenv(name, value.c_str(), 1);
+#endif
+}
+
+/// A text in the system's 8-bit encoding, which is how the driver hands out its texts, as UTF-8.
+std::string FromSystemEncoding(const std::string& text) {
+#ifdef _WIN32
+  std::wstring wide(text.size(), L'\0');
+  wide.resize(static_cast<std::size_t>(MultiByteToWideChar(
+      CP_ACP, 0, text.data(), static_cast<int>(text.size()), wide.data(), static_cast<int>(wide.size()))));
+  std::string utf8(3 * wide.size(), '\0');
+  utf8.resize(static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, wide.data(),
+                                                           static_cast<int>(wide.size()), utf8.data(),
+                                                           static_cast<int>(utf8.size()), nullptr, nullptr)));
+  return utf8;
+#else
+  return text;
 #endif
 }
 
@@ -67,9 +86,9 @@ class SimulatedDriver : public testing::Test {
   static std::string Error() {
     if (brenmor_bus_get_error() == 0) return {};
     char* message = brenmor_bus_get_error_msg();
-    const std::string text = message;
+    std::string text = message;
     brenmor_free_mem(message);
-    return text;
+    return FromSystemEncoding(text);
   }
 
   std::filesystem::path folder_ =

@@ -1,16 +1,62 @@
 #include "tests/support/FakeFramework.h"
 
+#include <map>
 #include <stdexcept>
 
+#include "platform/Kxcommandinterfaces.h"
 #include "platform/WindowMessages.h"
 #include "platform/kxcomponents.h"
 
-namespace shorttest::testkit {
 namespace {
 
 UserInterface* application = nullptr;
 ITestEnvironment* testEnvironment = nullptr;
-MessageRecorder* recorder = nullptr;
+
+}  // namespace
+
+namespace shorttest::testkit {
+namespace {
+
+// Window handles and who receives for them.
+std::map<std::uintptr_t, MessageRecorder*>& Windows() {
+  static std::map<std::uintptr_t, MessageRecorder*> windows;
+  return windows;
+}
+
+LRESULT Deliver(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto found = Windows().find(reinterpret_cast<std::uintptr_t>(window));
+  if (found != Windows().end()) {
+    found->second->Take({found->first, message, wParam, reinterpret_cast<const char16_t*>(lParam)});
+  }
+  return 0;
+}
+
+#ifdef _WIN32
+
+LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return message > WM_USER ? Deliver(window, message, wParam, lParam)
+                           : DefWindowProcW(window, message, wParam, lParam);
+}
+
+std::uintptr_t OpenWindow() {
+  HWND window = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+  if (window == nullptr) throw std::runtime_error("the system refused a message window");
+  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(WindowProcedure));
+  return reinterpret_cast<std::uintptr_t>(window);
+}
+
+void CloseWindowOf(std::uintptr_t window) { DestroyWindow(reinterpret_cast<HWND>(window)); }
+
+#else
+
+std::uintptr_t OpenWindow() {
+  static std::uintptr_t next = 0x1234;
+  return next++;
+}
+
+void CloseWindowOf(std::uintptr_t /*window*/) {}
+
+#endif
 
 void AppendUtf8(std::string& utf8, char16_t unit) {
   const auto code = static_cast<unsigned>(unit);
@@ -28,9 +74,14 @@ void AppendUtf8(std::string& utf8, char16_t unit) {
 
 }  // namespace
 
-MessageRecorder::MessageRecorder(CallLog& log) : log_(log), before_(recorder) { recorder = this; }
+MessageRecorder::MessageRecorder(CallLog& log) : log_(log), window_(OpenWindow()) {
+  Windows()[window_] = this;
+}
 
-MessageRecorder::~MessageRecorder() { recorder = before_; }
+MessageRecorder::~MessageRecorder() {
+  Windows().erase(window_);
+  CloseWindowOf(window_);
+}
 
 void MessageRecorder::Take(const SentMessage& message) {
   messages_.push_back(message);
@@ -48,20 +99,7 @@ std::string MessageRecorder::Records() const {
   return records;
 }
 
-int FakeTestEnvironment::QueryInterface(const char* /*name*/, void** object) {
-  *object = nullptr;
-  return 1;
-}
-
-void FakeTestEnvironment::CancelTest() {
-  ++cancels_;
-  log_.Add("cancel test");
-  if (throws_) throw std::runtime_error("the host failed");
-}
-
 }  // namespace shorttest::testkit
-
-using namespace shorttest::testkit;  // NOLINT(google-build-using-namespace)
 
 UserInterface& Application() {
   if (application == nullptr) throw std::logic_error("no user interface was chosen");
@@ -74,10 +112,8 @@ ITestEnvironment* TestEnvironment() { return testEnvironment; }
 
 void SetTestEnvironment(ITestEnvironment* environment) { testEnvironment = environment; }
 
+#ifndef _WIN32
 LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (recorder != nullptr) {
-    recorder->Take({reinterpret_cast<std::uintptr_t>(window), message, wParam,
-                    std::u16string(reinterpret_cast<const char16_t*>(lParam))});
-  }
-  return 0;
+  return shorttest::testkit::Deliver(window, message, wParam, lParam);
 }
+#endif

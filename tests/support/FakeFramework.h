@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/Kxcommandinterfaces.h"
 #include "tests/support/CallLog.h"
 
 /// The part of the host framework that learning and checking need: Application, TestEnvironment and
@@ -20,7 +19,8 @@ struct SentMessage {
   std::u16string text;
 };
 
-/// Receives every message sent while it lives; the log gets "send TEXT" (UTF-16 above ASCII as "?").
+/// The host's message window: receives what is sent to its handle while it lives. The log gets "send TEXT"
+/// (UTF-16 above ASCII as "?"). On Windows it is a window of the system, which alone gets the system's call.
 class MessageRecorder {
  public:
   explicit MessageRecorder(CallLog& log);
@@ -28,36 +28,20 @@ class MessageRecorder {
   MessageRecorder(const MessageRecorder&) = delete;
   MessageRecorder& operator=(const MessageRecorder&) = delete;
 
+  /// The window's handle, which has 32 significant bits.
+  std::uint32_t Handle() const { return static_cast<std::uint32_t>(window_); }
+
   const std::vector<SentMessage>& Messages() const { return messages_; }
   /// The texts, UTF-16 turned into UTF-8 (below U+10000), each ended by a line feed.
   std::string Records() const;
+  void Clear() { messages_.clear(); }
 
   void Take(const SentMessage& message);
 
  private:
   CallLog& log_;
-  MessageRecorder* before_;
+  std::uintptr_t window_;
   std::vector<SentMessage> messages_;
-};
-
-/// The host's running test; the log gets "cancel test". It does not become TestEnvironment() by itself.
-class FakeTestEnvironment : public ITestEnvironment {
- public:
-  explicit FakeTestEnvironment(CallLog& log) : log_(log) {}
-  virtual ~FakeTestEnvironment() = default;
-
-  int Cancels() const { return cancels_; }
-  void ThrowOnCancel() { throws_ = true; }
-
-  int QueryInterface(const char* name, void** object) override;
-  int AddRef() override { return 1; }
-  int Release() override { return 1; }
-  void CancelTest() override;
-
- private:
-  CallLog& log_;
-  int cancels_ = 0;
-  bool throws_ = false;
 };
 
 }  // namespace shorttest::testkit

@@ -10,44 +10,23 @@
 #include <exception>
 #include <utility>
 
-#include "platform/UserInterfaceModule.h"
-
 namespace widget_test {
 namespace {
 
-constexpr long PatienceMs = 5000;
-
 UserInterface* windows = nullptr;
-
-void FailOnAssert(const wxString& file, int line, const wxString& function, const wxString& condition,
-                  const wxString& message) {
-  ADD_FAILURE() << "toolkit assertion " << condition << " in " << function << " (" << file << ":" << line
-                << "): " << message;
-}
-
-class Screen : public ::testing::Environment {
- public:
-  void SetUp() override {
-    windows = kxCreateUserInterface();
-    ASSERT_NE(windows, nullptr) << "this test needs a screen: run it through tests/support/xvfb";
-    wxSetAssertHandler(FailOnAssert);
-  }
-  void TearDown() override {
-    kxDestroyUserInterface(windows);
-    windows = nullptr;
-  }
-};
 
 }  // namespace
 
 UserInterface& Windows() { return *windows; }
 
-bool WaitFor(const std::function<bool()>& condition) {
+void SetWindows(UserInterface* userInterface) { windows = userInterface; }
+
+bool WaitFor(const std::function<bool()>& condition, long patienceMs) {
   const wxStopWatch watch;
   for (;;) {
     windows->ProcessMessages();
     if (condition()) return true;
-    if (watch.Time() > PatienceMs) return false;
+    if (watch.Time() > patienceMs) return false;
     wxMilliSleep(1);
   }
 }
@@ -62,9 +41,12 @@ void Settle() {
 
 void Click(wxWindow& window) {
   const wxSize size = window.GetSize();
-  const wxPoint middle = window.ClientToScreen(wxPoint(size.x / 2, size.y / 2));
+  ClickAt(window.ClientToScreen(wxPoint(size.x / 2, size.y / 2)));
+}
+
+void ClickAt(const wxPoint& point) {
   wxUIActionSimulator mouse;
-  mouse.MouseMove(middle);
+  mouse.MouseMove(point);
   Settle();
   mouse.MouseClick();
   Settle();
@@ -76,8 +58,14 @@ void Press(int key, int modifiers) {
 }
 
 void Type(const std::string& text) {
-  wxUIActionSimulator().Text(wxString::FromUTF8(text));
-  Settle();
+  for (std::size_t start = 0;;) {
+    const std::size_t end = text.find('\n', start);
+    wxUIActionSimulator().Text(wxString::FromUTF8(text.substr(start, end - start)));
+    Settle();
+    if (end == std::string::npos) return;
+    Press(WXK_RETURN);
+    start = end + 1;
+  }
 }
 
 wxWindow* FindTopLevel(const std::string& title) {
@@ -98,9 +86,3 @@ void OnceModal(std::function<void()> script) {
 }
 
 }  // namespace widget_test
-
-int main(int argc, char** argv) {
-  ::testing::InitGoogleTest(&argc, argv);
-  ::testing::AddGlobalTestEnvironment(new widget_test::Screen);
-  return RUN_ALL_TESTS();
-}

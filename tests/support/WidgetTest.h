@@ -7,16 +7,19 @@
 
 #include "platform/UserInterface.h"
 
-/// A user in front of real windows. The test program runs on a screen with a window manager; its main is the
-/// one of this file's source, which makes the user interface before the first test and fails a test whenever
-/// the toolkit asserts.
+/// A user in front of real windows. The test program runs on a screen with a window manager; its main is that
+/// of WidgetTestMain.cpp, which makes the user interface before the first test and fails a test whenever the
+/// toolkit asserts.
 namespace widget_test {
 
 /// The user interface with real windows; one for the whole program.
 UserInterface& Windows();
 
-/// Lets the windows work until `condition` holds; false when it does not within five seconds.
-bool WaitFor(const std::function<bool()>& condition);
+/// For main alone: the user interface that the functions below work with.
+void SetWindows(UserInterface* userInterface);
+
+/// Lets the windows work until `condition` holds; false when it does not within `patienceMs`.
+bool WaitFor(const std::function<bool()>& condition, long patienceMs = 5000);
 
 /// Lets the windows work off all that is pending.
 void Settle();
@@ -24,10 +27,13 @@ void Settle();
 /// Clicks the middle of the window with the mouse.
 void Click(wxWindow& window);
 
+/// Clicks a point of the screen.
+void ClickAt(const wxPoint& point);
+
 /// Presses and releases a key, with modifiers (wxMOD_...), in whatever window has the keyboard.
 void Press(int key, int modifiers = 0);
 
-/// Types a text.
+/// Types a text; a line feed is the Enter key.
 void Type(const std::string& text);
 
 /// The dialog or frame with this title, null when there is none on the screen.

@@ -2,15 +2,43 @@
 
 #include <csignal>
 
+#ifdef _WIN32
+#include <windows.h>
+
+#include <chrono>
+#include <thread>
+#endif
+
 #include "ui_terminal/Interrupt.h"
 
 namespace kxbench {
 namespace {
 
+#ifdef _WIN32
+
+// Ctrl-C reaches every program of a console, so this one gets a console of its own first. The system tells
+// the program on another thread.
+void PressCtrlC() {
+  FreeConsole();
+  ASSERT_TRUE(AllocConsole()) << GetLastError();
+  SetConsoleCtrlHandler(nullptr, FALSE);  // whoever started this program may have had Ctrl-C ignored
+  ASSERT_TRUE(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0)) << GetLastError();
+  const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (!InterruptWatch::Interrupted() && std::chrono::steady_clock::now() < patience) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+}
+
+#else
+
+void PressCtrlC() { std::raise(SIGINT); }
+
+#endif
+
 TEST(InterruptWatch, NotesCtrlC) {
   const InterruptWatch watch;
   EXPECT_FALSE(InterruptWatch::Interrupted());
-  std::raise(SIGINT);
+  PressCtrlC();
   EXPECT_TRUE(InterruptWatch::Interrupted());
 }
 
@@ -53,7 +81,8 @@ TEST(InterruptWatch, GivesTheEarlierTreatmentBack) {
 TEST(InterruptWatch, StartsAfresh) {
   {
     const InterruptWatch watch;
-    std::raise(SIGINT);
+    PressCtrlC();
+    ASSERT_TRUE(InterruptWatch::Interrupted());
   }
   const InterruptWatch watch;
   EXPECT_FALSE(InterruptWatch::Interrupted());

@@ -146,22 +146,40 @@ TEST_F(TerminalUi, DialogThatWasNeverShownWritesNothing) {
   EXPECT_THAT(terminal_.written, IsEmpty());
 }
 
-TEST_F(TerminalUi, ALogGetsALineNowAndThen) {
+TEST_F(TerminalUi, ALogGetsALineEveryTenthOfTheWay) {
   terminal_.redraws = false;
+  ProgressDialogLayout layout = Layout();
+  layout.barMaximum = 64;
   {
-    const auto dialog = ShowDialog();
-    for (int position = 0; position <= 100; ++position) {
+    const auto dialog = ShowDialog(layout);
+    for (int position = 0; position <= 64; ++position) {
       Wait(0.25);
       dialog->SetBarPosition(position);
     }
   }
   EXPECT_EQ(terminal_.written,
-            "Kurzschlusstest: 19 %, 0:05\n"
-            "Kurzschlusstest: 39 %, 0:10\n"
-            "Kurzschlusstest: 59 %, 0:15\n"
-            "Kurzschlusstest: 79 %, 0:20\n"
-            "Kurzschlusstest: 99 %, 0:25\n"
-            "Kurzschlusstest: 100 %, 0:25, ended\n");
+            "Kurzschlusstest: 10 %, 0:02\n"
+            "Kurzschlusstest: 21 %, 0:03\n"
+            "Kurzschlusstest: 32 %, 0:05\n"
+            "Kurzschlusstest: 43 %, 0:07\n"
+            "Kurzschlusstest: 54 %, 0:09\n"
+            "Kurzschlusstest: 65 %, 0:10\n"
+            "Kurzschlusstest: 76 %, 0:12\n"
+            "Kurzschlusstest: 87 %, 0:14\n"
+            "Kurzschlusstest: 98 %, 0:16\n"
+            "Kurzschlusstest: 100 %, 0:16, ended\n");
+}
+
+TEST_F(TerminalUi, ALogGetsNotMoreThanALineASecond) {
+  terminal_.redraws = false;
+  const auto dialog = ShowDialog();
+  for (int position = 0; position <= 100; position += 10) {
+    Wait(0.25);
+    dialog->SetBarPosition(position);
+  }
+  EXPECT_EQ(terminal_.written,
+            "Kurzschlusstest: 30 %, 0:01\n"
+            "Kurzschlusstest: 70 %, 0:02\n");
 }
 
 TEST_F(TerminalUi, ALogOfAShortRunGetsNothing) {

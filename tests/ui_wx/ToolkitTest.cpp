@@ -32,13 +32,15 @@ TEST(Toolkit, ModelessWindowsPaintWhileMessagesAreProcessed) {
   frame->Destroy();
 }
 
-TEST(Toolkit, ProcessMessagesWithinItselfReturns) {
-  bool inside = false;
-  wxTheApp->CallAfter([&inside] {
+TEST(Toolkit, ProcessesMessagesWithinAMessage) {
+  bool inner = false;
+  bool outer = false;
+  wxTheApp->CallAfter([&] {
+    wxTheApp->CallAfter([&inner] { inner = true; });
     Windows().ProcessMessages();
-    inside = true;
+    outer = inner;
   });
-  EXPECT_TRUE(WaitFor([&inside] { return inside; }));
+  EXPECT_TRUE(WaitFor([&outer] { return outer; }));
 }
 
 }  // namespace

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace kxbench {
+
+/// File names are UTF-8 throughout the program.
+std::filesystem::path PathFromUtf8(const std::string& name);
+std::string Utf8FromPath(const std::filesystem::path& path);
+
+/// The command line's arguments without the program's name, UTF-8.
+std::vector<std::string> Utf8Arguments(int argc, char** argv);
+
+/// The folder that the running program's file lies in. Throws Failure when the system does not tell.
+std::filesystem::path ProgramFolder();
+
+/// Sets a variable of this process's environment, for libraries loaded later too.
+void SetEnvironment(const std::string& name, const std::string& value);
+
+/// Lets libraries that are loaded from now on find the libraries they need in `folder` too, after every other
+/// place. For systems on which a library does not say itself where to look.
+void AppendLibraryFolder(const std::filesystem::path& folder);
+
+/// True when standard output is a terminal that shows colours, and the user did not refuse them (NO_COLOR).
+bool OutputShowsColours();
+
+/// Lets the console show the UTF-8 that the program writes, where it needs to be told.
+void PrepareConsole();
+
+/// File name of a shared library as this system calls it: "libname.so" or "name.so", "name.dll".
+enum class LibraryPrefix { Lib, None };
+std::string LibraryFileName(const std::string& name, LibraryPrefix prefix);
+
+}  // namespace kxbench

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kxbench {
+
+/// Characters in a UTF-8 text.
+std::size_t CharactersIn(const std::string& text);
+
+/// Breaks `text` at blanks into lines of at most `width` characters; a longer word keeps its line.
+std::vector<std::string> Wrapped(const std::string& text, std::size_t width);
+
+/// A table of texts in aligned columns, for a fixed-width font.
+class Table {
+ public:
+  enum class Align { Left, Right };
+
+  /// The first column is wrapped at `firstWidth` characters; the others stand beside its last line.
+  Table(std::vector<Align> columns, std::size_t firstWidth);
+
+  void AddRow(std::vector<std::string> cells);
+
+  /// All rows, each line indented by `indent` blanks and without blanks at its end.
+  std::string Text(std::size_t indent) const;
+
+ private:
+  std::vector<Align> columns_;
+  std::size_t firstWidth_;
+  std::vector<std::vector<std::string>> rows_;
+};
+
+}  // namespace kxbench

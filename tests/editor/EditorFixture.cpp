@@ -1,0 +1,137 @@
+#include "tests/editor/EditorFixture.h"
+
+#include <wx/notebook.h>
+#include <wx/textctrl.h>
+#include <wx/utils.h>
+
+#include <cstdint>
+#include <fstream>
+#include <system_error>
+#include <utility>
+
+#include "data/NumberText.h"
+#include "editor/EditorDialog.h"
+#include "tests/support/WidgetTest.h"
+
+namespace shorttest::testkit {
+namespace {
+
+// Short, because tests type it into file dialogs.
+std::filesystem::path MakeFolder() {
+  auto folder = std::filesystem::path(::testing::TempDir()) / ("e" + std::to_string(wxGetProcessId()));
+  std::filesystem::remove_all(folder);
+  std::filesystem::create_directories(folder);
+  return folder;
+}
+
+}  // namespace
+
+void ReadMessages::ProcessMessages() { widget_test::Windows().ProcessMessages(); }
+
+int ReadMessages::ShowMessage(const MessageBoxRequest& request) {
+  if (request.kind == MessageKind::Error) {
+    errors.push_back(request.text);
+    return mrOk;
+  }
+  others.push_back(request);
+  return answer;
+}
+
+std::unique_ptr<ProgressDialog> ReadMessages::CreateProgressDialog(const ProgressDialogLayout& layout) {
+  return widget_test::Windows().CreateProgressDialog(layout);
+}
+
+TaskWindowList ReadMessages::DisableTaskWindows(WindowHandle except) {
+  return widget_test::Windows().DisableTaskWindows(except);
+}
+
+void ReadMessages::EnableTaskWindows(const TaskWindowList& windows) {
+  widget_test::Windows().EnableTaskWindows(windows);
+}
+
+EditorTest::HostGlobals::HostGlobals(UserInterface& userInterface, IVarAccess& variables) {
+  SetApplication(&userInterface);
+  SetVarAccess(&variables);
+}
+
+EditorTest::HostGlobals::~HostGlobals() {
+  SetVarAccess(nullptr);
+  SetApplication(nullptr);
+}
+
+EditorTest::EditorTest() : folder(MakeFolder()) {
+  SetDecimalSeparator(",");
+  form.SetParser(&parser);
+  parser.GetEnvironment().SetVariable("PROJEKTPFAD", ProjectFile(""));
+  parser.GetEnvironment().SetVariable("PROJECTNAME", "Projekt");
+}
+
+EditorTest::~EditorTest() {
+  EXPECT_EQ(TakeErrors(), std::vector<std::string>{}) << "errors that the test did not ask for";
+  SetDecimalSeparator(std::nullopt);
+  std::error_code ignored;
+  std::filesystem::remove_all(folder, ignored);
+}
+
+int EditorTest::Show(const std::function<void()>& script) {
+  widget_test::OnceModal([this, &script] {
+    ASSERT_TRUE(widget_test::WaitFor([this] { return form.Window()->IsActive(); })) << "no keyboard focus";
+    widget_test::Settle();
+    script();
+    widget_test::Settle();
+    if (form.ModalResult() == mrNone) form.Window()->Close();
+  });
+  return form.ShowModal();
+}
+
+std::string EditorTest::ProjectFile(const std::string& name) const { return (folder / name).string(); }
+
+std::string EditorTest::WriteFile(const std::string& name, const std::string& bytes) const {
+  std::ofstream(folder / name, std::ios::binary) << bytes;
+  return ProjectFile(name);
+}
+
+void EditorTest::UseDataFile(const std::string& fileName) {
+  form.KXEdit_Datafile.SetText("\"" + fileName + "\"");
+}
+
+std::string EditorTest::UseExpectation(const TShortTestData& data) {
+  const std::string name = ProjectFile("kabel.dat");
+  data.SaveExpectationFile(name);
+  UseDataFile(name);
+  return name;
+}
+
+void EditorTest::Enter(wxWindow& control) { widget_test::Click(control); }
+
+void EditorTest::Replace(wxWindow& control, const std::string& text) {
+  Enter(control);
+  widget_test::Press('A', wxMOD_CONTROL);
+  if (text.empty()) {
+    widget_test::Press(WXK_DELETE);
+  } else {
+    widget_test::Type(text);
+  }
+}
+
+void EditorTest::ChoosePage(int page) {
+  const wxNotebook& pages = *form.PageControl1;
+  // The tabs stand in a row; which one is where is asked of the control itself.
+  for (int x = 5; x < pages.GetSize().x; x += 5) {
+    const wxPoint point(x, 12);
+    if (pages.HitTest(point) != page) continue;
+    widget_test::ClickAt(pages.ClientToScreen(point));
+    return;
+  }
+  FAIL() << "no tab for page " << page;
+}
+
+void EditorTest::WaitForClose() {
+  EXPECT_TRUE(widget_test::WaitFor([this] { return form.ModalResult() != mrNone; }));
+}
+
+std::string EditorTest::TextOf(const wxTextCtrl* control) { return control->GetValue().utf8_string(); }
+
+std::vector<std::string> EditorTest::TakeErrors() { return std::exchange(messages.errors, {}); }
+
+}  // namespace shorttest::testkit

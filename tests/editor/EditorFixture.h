@@ -1,0 +1,109 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <wx/window.h>
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "editor/GUI_ShortTest.h"
+#include "editor/UpDownEdit.h"
+#include "host/framework/ScriptEnvironment.h"
+#include "platform/Kxcommandinterfaces.h"
+#include "tests/support/CallLog.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/FakeDriver.h"
+
+namespace shorttest::testkit {
+
+/// The host's variables, for a dialog under test.
+class Variables : public IVarAccess {
+ public:
+  explicit Variables(const TKXEnvironment& environment) : environment_(environment) {}
+  virtual ~Variables() = default;
+
+  int QueryInterface(const char*, void**) override { return -1; }
+  int AddRef() override { return 1; }
+  int Release() override { return 1; }
+  const TKXValue* GetVariable(const std::string& name) override { return environment_.FindVariable(name); }
+  void AttachEdit(TKXEdit& edit) override { attached.push_back(&edit); }
+
+  std::vector<TKXEdit*> attached;
+
+ private:
+  const TKXEnvironment& environment_;
+};
+
+/// Real windows, but message boxes are read and answered on the spot.
+class ReadMessages : public UserInterface {
+ public:
+  void ProcessMessages() override;
+  int ShowMessage(const MessageBoxRequest& request) override;
+  std::unique_ptr<ProgressDialog> CreateProgressDialog(const ProgressDialogLayout& layout) override;
+  TaskWindowList DisableTaskWindows(WindowHandle except) override;
+  void EnableTaskWindows(const TaskWindowList& windows) override;
+
+  std::vector<std::string> errors;
+  std::vector<MessageBoxRequest> others;
+  int answer = mrOk;  ///< to every message that is no error
+};
+
+/// A user at the editor dialog, on a screen, with a project of its own and a fake tester.
+class EditorTest : public ::testing::Test {
+ protected:
+  EditorTest();
+  ~EditorTest() override;
+
+  /// Shows the dialog, lets the user do what the script says, and closes it with "Abbruch" if it is still
+  /// open then. Returns the modal result.
+  int Show(const std::function<void()>& script);
+
+  /// An absolute file name (UTF-8) in the project's folder.
+  std::string ProjectFile(const std::string& name) const;
+  /// Writes a file into the project's folder and returns its name.
+  std::string WriteFile(const std::string& name, const std::string& bytes) const;
+  /// Names an existing file in the data-file edit, as a script string literal.
+  void UseDataFile(const std::string& fileName);
+  /// Writes an expectation file and names it in the data-file edit.
+  std::string UseExpectation(const TShortTestData& data);
+
+  const TShortTestData& Data() const { return *form.Data(); }
+  /// State of a pair of channels, or of one channel.
+  CellState Pair(int a, int b) const { return Data().Get(a - Data().von, b - Data().von); }
+  CellState Channel(int channel) const { return Pair(channel, channel); }
+
+  // What the user does.
+  static void Replace(wxWindow& control,
+                      const std::string& text);  ///< clicks into it and types a new content
+  static void Enter(wxWindow& control);          ///< clicks into it
+  void ChoosePage(int page);
+  /// A button that a key pressed acts a moment later.
+  void WaitForClose();
+  static std::string TextOf(const wxTextCtrl* control);
+
+  /// The errors shown so far; a test that does not ask for them has none.
+  std::vector<std::string> TakeErrors();
+
+  CallLog log;
+  FakeClock clock;
+  FakeDriver driver{log};
+  kxbench::ScriptParser parser;
+  Variables variables{parser.GetEnvironment()};
+  ReadMessages messages;
+  int breInits = 0;
+  std::filesystem::path folder;
+
+ private:
+  struct HostGlobals {
+    HostGlobals(UserInterface& userInterface, IVarAccess& variables);
+    ~HostGlobals();
+  } globals_{messages, variables};
+
+ protected:
+  TShortTestForm form{[this] { ++breInits; }};
+};
+
+}  // namespace shorttest::testkit

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// The program as a process of its own, with the fakes beside it.
+
+struct ProcessResult {
+  int status;  ///< exit status, or the negative number of the signal that ended the process
+  std::string output;
+  std::string errors;
+};
+
+/// A program to start. Standard input is empty unless said.
+struct Process {
+  std::string program;
+  std::vector<std::string> arguments;
+  std::map<std::string, std::string> environment;  ///< added to the test's own
+  std::string folder;                              ///< current folder; empty for the test's own
+  std::string outputFile;                          ///< where standard output goes; empty to collect it
+  bool outputUnread = false;                       ///< standard output is a pipe whose reader has gone
+
+  /// Starts the process and waits for its end.
+  ProcessResult Run() const;
+
+  /// Starts the process, sends `signal` once the file `when` holds text, and waits for its end.
+  ProcessResult RunAndSignal(int signal, const std::string& when) const;
+};

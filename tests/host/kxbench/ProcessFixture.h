@@ -1,0 +1,33 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/host/kxbench/Process.h"
+#include "tests/host/kxbench/TemporaryFolder.h"
+
+/// Runs kxbench in a folder of its own, with the fake extension beside the program.
+class KxbenchProcess : public testing::Test {
+ protected:
+  static std::string Fake(const std::string& name) { return std::string(FAKES_FOLDER) + "/" + name; }
+
+  Process Kxbench(const std::vector<std::string>& arguments) {
+    Process process;
+    process.program = Fake("bench/kxbench");
+    process.arguments = arguments;
+    process.environment = environment_;
+    process.folder = folder_.Path().string();
+    return process;
+  }
+
+  ProcessResult Run(const std::vector<std::string>& arguments) { return Kxbench(arguments).Run(); }
+
+  /// Writes what the fake command does when it is given the file `name`.
+  void Does(const std::string& name, const std::string& lines) { folder_.Write(name, lines); }
+
+  TemporaryFolder folder_;
+  std::map<std::string, std::string> environment_;
+};

@@ -1,0 +1,111 @@
+// Defects that the procedure cannot see, each with its reason. A test here that fails has found that a limit
+// is gone: then docs/limits.md is out of date.
+#include <gmock/gmock.h>
+
+#include "tests/support/MatrixText.h"
+#include "tests/system/SystemBench.h"
+
+namespace shorttest::testkit {
+namespace {
+
+using ::testing::HasSubstr;
+
+class Limits : public SystemBench {
+ protected:
+  /// Learns a good device with this description, over channels 1 to 8.
+  void LearnFrom(const std::string& good) {
+    Connect(good);
+    data.U_Control = 1;
+    Learn(data);
+  }
+
+  std::string CheckWith(const std::string& device) {
+    Connect(device);
+    return Check(data);
+  }
+
+  TShortTestData data{1, 8};
+};
+
+// A channel that cannot be switched onto line 0 measures as connected to nothing, and that settles all its
+// pairs: what it is shorted to is never measured with it.
+TEST_F(Limits, ARelayStuckOpenOnAFreeChannelHidesItsShort) {
+  LearnFrom("net 1 2\n");
+  EXPECT_EQ(Findings(CheckWith("net 1 2\nwire 3 7\n")), 1);
+  EXPECT_EQ(Findings(CheckWith("net 1 2\nwire 3 7\nstuck-open 7 0\n")), 0);
+}
+
+TEST_F(Limits, ARelayStuckOpenOnAChannelOfANetIsSeenAsAnOpenWire) {
+  LearnFrom("net 1 2\n");
+  EXPECT_THAT(CheckWith("net 1 2\nstuck-open 1 0\n"), HasSubstr("fehlende Verbindung zwischen 1 und 2"));
+}
+
+// A channel that cannot leave line 1 takes part in every measurement. It belongs to the net of 1, so 1 and 8
+// look connected through it.
+TEST_F(Limits, ARelayStuckClosedHidesAnOpenWireOfItsNet) {
+  LearnFrom("net 1 5 8\n");
+  EXPECT_EQ(Findings(CheckWith("net 1 5 8\ndisconnect 8\n")), 2);
+  EXPECT_EQ(Findings(CheckWith("net 1 5 8\ndisconnect 8\nstuck-closed 5 1\n")), 0);
+}
+
+// A net is measured from each of its channels. Where the way within the net and the short together reach the
+// threshold, that channel's reading settles the whole net as isolated.
+TEST_F(Limits, AShortBehindTheNetsOwnResistanceIsNotSeen) {
+  LearnFrom("wire 1 2 8\n");
+  EXPECT_EQ(Findings(CheckWith("wire 1 2 8\nwire 2 3 1\n")), 2);
+  EXPECT_EQ(Findings(CheckWith("wire 1 2 8\nwire 2 3 4\n")), 0);  // 4 Ohm at 2, but 12 Ohm from 1
+}
+
+// The check compares the voltage with its sign: a channel with a negative one joins the bundle.
+TEST_F(Limits, ANegativeVoltageIsToldOfTheNextChannel) {
+  LearnFrom("net 1 2\n");
+  EXPECT_THAT(CheckWith("net 1 2\ncharge 6 24 tau never\n"), HasSubstr("Spannung an Kanal 6|"));
+  EXPECT_THAT(CheckWith("net 1 2\ncharge 6 -24 tau never\n"), HasSubstr("Spannung an Kanal 7|"));
+}
+
+TEST_F(Limits, ANegativeVoltageOnTheLastChannelIsNotSeen) {
+  LearnFrom("net 1 2\n");
+  EXPECT_EQ(Findings(CheckWith("net 1 2\ncharge 8 24 tau never\n")), 1);
+  EXPECT_EQ(Findings(CheckWith("net 1 2\ncharge 8 -24 tau never\n")), 0);
+}
+
+// The first channel is what all others are compared with: its voltage appears with the opposite sign.
+TEST_F(Limits, APositiveVoltageOnTheFirstChannelIsNotSeen) {
+  LearnFrom("net 3 4\n");
+  EXPECT_EQ(Findings(CheckWith("net 3 4\ncharge 1 24 tau never\n")), 0);
+  EXPECT_THAT(CheckWith("net 3 4\ncharge 1 -24 tau never\n"), HasSubstr("Spannung an Kanal 1|"));
+}
+
+// At the first comparison the check cannot tell which of the two channels is live.
+TEST_F(Limits, AVoltageOnTheSecondChannelIsToldOfTheFirst) {
+  LearnFrom("net 3 4\n");
+  EXPECT_THAT(CheckWith("net 3 4\ncharge 2 24 tau never\n"), HasSubstr("Spannung an Kanal 1|"));
+}
+
+// A channel that is learned with a voltage on it is out of the test, with all its wires.
+TEST_F(Limits, WiresOfASuspendedChannelAreNotTested) {
+  LearnFrom("net 3 4\ncharge 6 24 tau never\n");
+  EXPECT_EQ(data.Get(5, 5), CellState::Suspended);
+  EXPECT_EQ(Findings(CheckWith("net 3 4\nwire 6 3\n")), 0);
+}
+
+TEST_F(Limits, AShortOfAnExcludedPairIsNotTested) {
+  data.SetC(6, 2, CellState::ExcludedPair, NoResistance);
+  LearnFrom("net 1 2\n");
+  EXPECT_EQ(Findings(CheckWith("net 1 2\nwire 3 7\n")), 0);
+}
+
+// Noise as large as the distance to the threshold turns a reading round, and one reading settles a net.
+TEST_F(Limits, NoiseAtTheThresholdDecidesEitherWay) {
+  LearnFrom("wire 1 2 5\n");
+  int found = 0;
+  for (int seed = 0; seed < 40; ++seed) {
+    found +=
+        Findings(CheckWith("wire 1 2 9.9\nresistance-noise 0 0.05\nseed " + std::to_string(seed) + "\n")) > 0;
+  }
+  EXPECT_GT(found, 0);
+  EXPECT_LT(found, 40);
+}
+
+}  // namespace
+}  // namespace shorttest::testkit
