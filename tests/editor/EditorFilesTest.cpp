@@ -57,6 +57,8 @@ class FileDialogUser : public wxModalDialogHook {
       if (name.empty()) return Press(WXK_ESCAPE);
       Press('A', wxMOD_CONTROL);
       Type(name);
+      Settle();
+      Press(WXK_DELETE);  // what the dialog has completed the name with
       // The first Enter may only close the list of names that the dialog proposes.
       for (int tries = 0; !behind() && tries < 5; ++tries) {
         Press(WXK_RETURN);
