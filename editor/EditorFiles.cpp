@@ -24,7 +24,7 @@ std::string FileExpression(TKXParser* parser, const std::string& fileName) {
 }  // namespace
 
 std::string TShortTestForm::GetDataFileName() const {
-  const std::string text = KXEdit_Datafile.GetText();
+  std::string text = KXEdit_Datafile.GetText();
   if (parser_ == nullptr) return text;
   const auto expression = parser_->ParseExpression(text);
   return expression ? TStringValue::GetVal(expression->Evaluate().get()) : text;

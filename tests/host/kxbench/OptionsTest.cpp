@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-
 #include "host/kxbench/Failure.h"
 #include "host/kxbench/Options.h"
 #include "tests/host/RowName.h"
