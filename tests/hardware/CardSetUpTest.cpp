@@ -1,9 +1,8 @@
-#include "hardware/Bus.h"
-
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
 
+#include "hardware/Bus.h"
 #include "tests/support/Bench.h"
 
 namespace shorttest::testkit {
