@@ -78,7 +78,7 @@ void EditorDialog::OnKillFocus(wxFocusEvent& event) {
 bool EditorDialog::GoToAccelerator(wchar_t letter) {
   wxWindow* const target = NextTarget(letter);
   if (target == nullptr) return false;
-  if (wxDynamicCast(target, wxButton) != nullptr && accelerators_.at(letter).size() == 1) return false;
+  if (dynamic_cast<wxButton*>(target) != nullptr && accelerators_.at(letter).size() == 1) return false;
   target->SetFocus();
   return true;
 }

@@ -15,7 +15,7 @@ WindowHandle TaskWindows::HandleOf(wxTopLevelWindow& window) {
 TaskWindowList TaskWindows::Disable(WindowHandle except) {
   TaskWindowList disabled;
   for (wxWindow* const window : wxTopLevelWindows) {
-    auto* const topLevel = wxDynamicCast(window, wxTopLevelWindow);
+    auto* const topLevel = dynamic_cast<wxTopLevelWindow*>(window);
     if (topLevel == nullptr || topLevel->IsBeingDeleted() || !topLevel->IsEnabled()) continue;
     const WindowHandle handle = HandleOf(*topLevel);
     if (handle == except) continue;

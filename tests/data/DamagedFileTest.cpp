@@ -133,6 +133,30 @@ TEST_P(DamagedFile, EveryTruncationAtTheFront) {
   }
 }
 
+// Whatever is left of a file, saving over it makes one that is read back as it was saved.
+TEST_P(DamagedFile, IsMendedBySaving) {
+  TShortTestData data(3, 5);
+  data.Schwelle = 7.5;
+  data.Schwelle2 = 8.25;
+  data.MaxError = 4;
+  data.SetC(2, 1, CellState::Connected, NoResistance);
+  data.SuspendChannel(0, 1.0);
+  const std::string valid = ValidFile();
+  for (std::size_t position = 0; position < valid.size(); position += 2) {
+    for (const std::string& damaged : {valid.substr(0, position), std::string(valid).erase(position, 1)}) {
+      Write("damaged.exp", damaged);
+      data.SaveExpectationFile(Name("damaged.exp"));
+      const TShortTestData back(Name("damaged.exp"));
+      ASSERT_EQ(States(back), States(data)) << Printable(damaged);
+      ASSERT_EQ(back.von, 3) << Printable(damaged);
+      ASSERT_EQ(back.Schwelle, 7.5) << Printable(damaged);
+      ASSERT_EQ(back.Schwelle2, 8.25) << Printable(damaged);
+      ASSERT_EQ(back.MaxError, 4) << Printable(damaged);
+      ASSERT_EQ(Count(Content("damaged.exp"), "[DATEN]"), 1) << Printable(damaged);
+    }
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(, DamagedFile,
                          testing::Values(FileKind{"WithCrLf", CarriageReturnLineFeed, '.'},
                                          FileKind{"WithLf", LineFeed, '.'},

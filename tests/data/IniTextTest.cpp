@@ -55,6 +55,7 @@ INSTANTIATE_TEST_SUITE_P(
                     FindCase{"BlanksAlone", "[Scanner]\r\nRelais 1=  \r\n", ""},
                     FindCase{"DoubleQuoted", "[Scanner]\r\nRelais 1=\" Plus \"\r\n", " Plus "},
                     FindCase{"SingleQuoted", "[Scanner]\r\nRelais 1=' Plus '\r\n", " Plus "},
+                    FindCase{"QuotesAlone", "[Scanner]\r\nRelais 1=\"\"\r\n", ""},
                     FindCase{"OnePairOfQuotesIsTaken", "[Scanner]\r\nRelais 1=\"\"Plus\"\"\r\n", "\"Plus\""},
                     FindCase{"QuotesThatDoNotMatchStay", "[Scanner]\r\nRelais 1=\"Plus'\r\n", "\"Plus'"},
                     FindCase{"OneQuoteStays", "[Scanner]\r\nRelais 1=\"\r\n", "\""},
@@ -80,18 +81,29 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     NothingWhere, IniTextFind,
-    testing::Values(FindCase{"TheTextIsEmpty", "", std::nullopt},
-                    FindCase{"TheSectionIsMissing", "Relais 1=a\r\n[Other]\r\nRelais 1=b\r\n", std::nullopt},
-                    FindCase{"TheKeyIsMissing", "[Scanner]\r\nRelais 11=b\r\nRelais=c\r\n", std::nullopt},
-                    FindCase{"TheKeyIsInTheNextSection", "[Scanner]\r\n[B]\r\nRelais 1=b\r\n", std::nullopt},
-                    FindCase{"TheLineIsAComment", "[Scanner]\r\n;Relais 1=b\r\n ; Relais 1=b\r\n",
-                             std::nullopt},
-                    FindCase{"TheLineHasNoEqualsSign", "[Scanner]\r\nRelais 1\r\n", std::nullopt},
-                    FindCase{"TheHeaderIsAComment", ";[Scanner]\r\nRelais 1=b\r\n", std::nullopt},
-                    FindCase{"TheHeaderIsNotClosed", "[Scanner\r\nRelais 1=b\r\n", std::nullopt},
-                    FindCase{"TheHeaderIsNotOpened", "Scanner]\r\nRelais 1=b\r\n", std::nullopt},
-                    FindCase{"TheHeaderHasBlanksInside", "[ Scanner ]\r\nRelais 1=b\r\n", std::nullopt}),
+    testing::Values(
+        FindCase{"TheTextIsEmpty", "", std::nullopt},
+        FindCase{"TheSectionIsMissing", "; c\r\nRelais 1=a\r\n[Other]\r\nRelais 1=b\r\n", std::nullopt},
+        FindCase{"TheKeyIsMissing", "[Scanner]\r\nRelais 11=b\r\nRelais=c\r\n", std::nullopt},
+        FindCase{"TheKeyIsInTheNextSection", "[Scanner]\r\n[B]\r\nRelais 1=b\r\n", std::nullopt},
+        FindCase{"TheLineIsAComment", "[Scanner]\r\n;Relais 1=b\r\n ; Relais 1=b\r\n", std::nullopt},
+        FindCase{"TheLineHasNoEqualsSign", "[Scanner]\r\nRelais 1\r\n", std::nullopt},
+        FindCase{"TheHeaderIsAComment", ";[Scanner]\r\nRelais 1=b\r\n", std::nullopt},
+        FindCase{"TheHeaderIsNotClosed", "[Scanner\r\nRelais 1=b\r\n", std::nullopt},
+        FindCase{"TheHeaderIsNotOpened", "Scanner]\r\nRelais 1=b\r\n", std::nullopt},
+        FindCase{"TheHeaderHasBlanksInside", "[ Scanner ]\r\nRelais 1=b\r\n", std::nullopt}),
     CaseName());
+
+TEST_F(IniTextTest, LettersFromAToZHaveTwoCasesAndNothingElseHas) {
+  EXPECT_EQ(IniText("[AZ]\r\nZA=1\r\n").Find("az", "za"), "1");
+  EXPECT_EQ(IniText("[az]\r\nza=1\r\n").Find("AZ", "ZA"), "1");
+  EXPECT_EQ(IniText("[A@]\r\nB=1\r\n").Find("A`", "B"), std::nullopt);
+  EXPECT_EQ(IniText("[A]\r\nB[=1\r\n").Find("A", "B{"), std::nullopt);
+}
+
+TEST_F(IniTextTest, AHeaderIsNoKeyOfItsSection) {
+  EXPECT_EQ(IniText("[A=1]\r\n").Find("A=1", "[A"), std::nullopt);
+}
 
 TEST_F(IniTextTest, ReadsTextNumberAndIntegerWithTheirFallbacks) {
   const IniText ini("[A]\r\nText=abc\r\nFloat=2.5\r\nInteger=7\r\nEmpty=\r\n");

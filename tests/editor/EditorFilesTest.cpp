@@ -39,7 +39,7 @@ class FileDialogUser : public wxModalDialogHook {
 
  protected:
   int Enter(wxDialog* dialog) override {
-    auto* const files = wxDynamicCast(dialog, wxFileDialog);
+    auto* const files = dynamic_cast<wxFileDialog*>(dialog);
     if (files == nullptr) return wxID_NONE;
     if (std::exchange(entered_, !entered_)) return wxID_NONE;  // every file dialog is announced twice
     ++dialogs;
@@ -57,6 +57,8 @@ class FileDialogUser : public wxModalDialogHook {
       if (name.empty()) return Press(WXK_ESCAPE);
       Press('A', wxMOD_CONTROL);
       Type(name);
+      Settle();
+      Press(WXK_DELETE);  // what the dialog has completed the name with
       // The first Enter may only close the list of names that the dialog proposes.
       for (int tries = 0; !behind() && tries < 5; ++tries) {
         Press(WXK_RETURN);

@@ -86,7 +86,8 @@ TEST_F(EditorWindow, CaptionsAreAsGiven) {
 // All texts of the labels and groups inside a window.
 void CollectLabels(const wxWindow& window, std::multiset<std::string>& labels) {
   for (const wxWindow* const child : window.GetChildren()) {
-    if (wxDynamicCast(child, wxStaticText) != nullptr || wxDynamicCast(child, wxStaticBox) != nullptr) {
+    if (dynamic_cast<const wxStaticText*>(child) != nullptr ||
+        dynamic_cast<const wxStaticBox*>(child) != nullptr) {
       labels.insert(child->GetLabel().utf8_string());
     }
     CollectLabels(*child, labels);

@@ -27,7 +27,7 @@ class Reader : public wxModalDialogHook {
 
  protected:
   int Enter(wxDialog* dialog) override {
-    const auto* const box = wxDynamicCast(dialog, wxMessageDialog);
+    const auto* const box = dynamic_cast<wxMessageDialog*>(dialog);
     text = box->GetMessage();
     caption = box->GetCaption();
     okLabel = box->GetOKLabel();
