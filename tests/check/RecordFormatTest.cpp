@@ -78,13 +78,30 @@ TEST_F(RecordFormat, EveryKindFollowsTheLocale) {
             "Kurzschlusstest|0|1||0||\n");
 }
 
-TEST_F(RecordFormat, ASeparatorBeyondAsciiArrivesAsUtf16) {
-  SetDecimalSeparator("\u066B");  // Arabic
+struct SeparatorRow {
+  const char* name;
+  const char* utf8;
+  const char16_t* record;
+};
+
+class RecordSeparator : public RecordFormat, public ::testing::WithParamInterface<SeparatorRow> {};
+
+TEST_P(RecordSeparator, ArrivesAsUtf16) {
+  SetDecimalSeparator(GetParam().utf8);
   Expect(1, "8 18");
   work.SuspendChannel(1, 1.5);
   ReportResults(data, work);
-  EXPECT_EQ(host.Messages().front().text, u"Spannung an Kanal 2|0\u066B7|1\u066B5|V|||");
+  EXPECT_EQ(host.Messages().front().text, GetParam().record);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Lengths, RecordSeparator,
+    ::testing::Values(SeparatorRow{"OneByte", ",", u"Spannung an Kanal 2|0,7|1,5|V|||"},
+                      SeparatorRow{"TwoBytes", "\u066B", u"Spannung an Kanal 2|0\u066B7|1\u066B5|V|||"},
+                      SeparatorRow{"FirstOfThreeBytes", "\u0966",
+                                   u"Spannung an Kanal 2|0\u09667|1\u09665|V|||"},
+                      SeparatorRow{"ThreeBytes", "\u2396", u"Spannung an Kanal 2|0\u23967|1\u23965|V|||"}),
+    [](const auto& row) { return row.param.name; });
 
 TEST_F(RecordFormat, EveryRecordHasSevenFieldsOfWhichTheLastIsEmpty) {
   Expect(1, "8 28 118 1118");

@@ -207,6 +207,18 @@ TEST_F(ResultRecords, AResistanceThatWasNotMeasuredTakesPartInTheMinimum) {
             "Kurzschlusstest|0|1||0||\n");
 }
 
+// --- what only a damaged file can hold ---
+
+TEST_F(ResultRecords, AChannelConnectedToItselfIsNoConnectionAndNoShort) {
+  Expect(1, "2 12");
+  Measured("8 18");
+  EXPECT_EQ(Report(), 0);
+  Expect(1, "1 11");
+  Measured("2 12");
+  EXPECT_EQ(Report(), 0);
+  EXPECT_EQ(Records(), "Kurzschlusstest|0|0||0||\nKurzschlusstest|0|0||0||\n");
+}
+
 // --- the limit ---
 
 TEST_F(ResultRecords, TheLastRecordAllowedSaysSo) {

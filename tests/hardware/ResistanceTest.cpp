@@ -223,6 +223,12 @@ TEST_F(ResistanceTest, AVoltageThatIsNotANumberIsNoMeasurement) {
   EXPECT_THROW(ReadVoltage(), std::runtime_error);
 }
 
+TEST_F(ResistanceTest, ADriverErrorExplainsAVoltageThatIsNotANumberBetter) {
+  driver.AllReadings([](int) { return NotANumber; });
+  driver.PendingError("instrument unplugged");
+  EXPECT_EQ(HardwareErrorOf([] { ReadVoltage(); }), "instrument unplugged");
+}
+
 TEST_F(ResistanceTest, ReadingsAreCounted) {
   const std::int64_t before = Usage().readings;
   driver.NextReadings({50, 50, 3});
