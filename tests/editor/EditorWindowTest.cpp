@@ -249,6 +249,28 @@ TEST_F(EditorWindow, AcceleratorOfAHiddenTextDoesNothing) {
   });
 }
 
+TEST_F(EditorWindow, PagesAreTurnedWithKeys) {
+  Show([this] {
+    Press(WXK_PAGEDOWN, wxMOD_CONTROL);
+    EXPECT_EQ(form.PageControl1->GetSelection(), 1);
+    Press(WXK_PAGEUP, wxMOD_CONTROL);
+    EXPECT_EQ(form.PageControl1->GetSelection(), 0);
+    Press(WXK_TAB, wxMOD_CONTROL);
+    EXPECT_EQ(form.PageControl1->GetSelection(), 1);
+    Press(WXK_TAB, wxMOD_CONTROL | wxMOD_SHIFT);
+    EXPECT_EQ(form.PageControl1->GetSelection(), 0);
+  });
+}
+
+TEST_F(EditorWindow, TurningThePageWithAKeyLeavesTheText) {
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 3");
+    Press(WXK_PAGEDOWN, wxMOD_CONTROL);
+    EXPECT_EQ(Pair(1, 3), CellState::Connected);
+  });
+}
+
 TEST_F(EditorWindow, EscapeCancels) {
   EXPECT_EQ(Show([] { Press(WXK_ESCAPE); }), mrCancel);
 }
