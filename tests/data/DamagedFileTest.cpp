@@ -9,6 +9,7 @@
 
 #include "data/ShorttestData.h"
 #include "tests/data/DataFixture.h"
+#include "tests/data/ForeignLines.h"
 #include "tests/data/PlainReader.h"
 
 namespace data_test {
@@ -153,6 +154,7 @@ TEST_P(DamagedFile, IsMendedBySaving) {
       ASSERT_EQ(back.Schwelle2, 8.25) << Printable(damaged);
       ASSERT_EQ(back.MaxError, 4) << Printable(damaged);
       ASSERT_EQ(Count(Content("damaged.exp"), "[DATEN]"), 1) << Printable(damaged);
+      ASSERT_EQ(ForeignLines(Content("damaged.exp")), ForeignLines(damaged)) << Printable(damaged);
     }
   }
 }
