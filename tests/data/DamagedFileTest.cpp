@@ -63,7 +63,7 @@ class DamagedFile : public FileTest, public testing::WithParamInterface<FileKind
     ASSERT_EQ(difference, "") << damage << "\n" << Printable(content);
   }
   static void ExpectReadAsItStands(const std::string& content, const std::string& damage) {
-    ExpectReadAsItStands(content, damage, shorttest::ExpectationFromText);
+    ExpectReadAsItStands(content, damage, shorttest::ReadExpectationText);
   }
   void ExpectFileReadAsItStands(const std::string& content, const std::string& damage) const {
     ExpectReadAsItStands(content, damage, [this](const std::string& text) {
