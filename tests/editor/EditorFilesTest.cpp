@@ -181,17 +181,17 @@ TEST_F(EditorFiles, SaveRefusesAReadOnlyFile) {
 }
 
 TEST_F(EditorFiles, RefusedNameToSaveComesBackForCorrection) {
-  const std::string file = UseExpectation(Wired(1, 2, 4));
-  std::filesystem::permissions(file, std::filesystem::perms::owner_read);
-  form.KXEdit_Datafile.SetText("");
-  FileDialogUser user({ProjectFile("kabel"), ProjectFile("kabel2")});
+  UseExpectation(Wired(1, 2, 4));  // stands before the other in the dialog's list
+  Wired(1, 2, 4).SaveExpectationFile(ProjectFile("zu.dat"));
+  std::filesystem::permissions(ProjectFile("zu.dat"), std::filesystem::perms::owner_read);
+  FileDialogUser user({ProjectFile("zu"), ProjectFile("zu2")});
   Show([&] {
     Click(*form.BT_Filesave);
-    EXPECT_EQ(DataFileText(), "PROJEKTPFAD + \"kabel2.dat\"");
+    EXPECT_EQ(DataFileText(), "PROJEKTPFAD + \"zu2.dat\"");
   });
   EXPECT_THAT(messages.others, SizeIs(1));
-  EXPECT_THAT(user.shownNames, ElementsAre("", HasSubstr("kabel")));
-  EXPECT_TRUE(std::filesystem::exists(ProjectFile("kabel2.dat")));
+  EXPECT_THAT(user.shownNames, ElementsAre("kabel.dat", HasSubstr("zu")));
+  EXPECT_TRUE(std::filesystem::exists(ProjectFile("zu2.dat")));
 }
 
 TEST_F(EditorFiles, RefusedNameToOpenIsFollowedByAnotherChoice) {
