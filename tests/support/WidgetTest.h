@@ -19,7 +19,7 @@ UserInterface& Windows();
 void SetWindows(UserInterface* userInterface);
 
 /// Lets the windows work until `condition` holds; false when it does not within `patienceMs`.
-bool WaitFor(const std::function<bool()>& condition, long patienceMs = 5000);
+bool WaitFor(const std::function<bool()>& condition, long patienceMs = 20000);
 
 /// Lets the windows work off all that is pending.
 void Settle();
