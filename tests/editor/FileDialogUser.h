@@ -31,7 +31,7 @@ class FileDialogUser : public wxModalDialogHook {
   void Look(const wxFileDialog& dialog);
 
   std::vector<std::string> names_;
-  bool entered_ = false;
+  [[maybe_unused]] bool entered_ = false;
 };
 
 }  // namespace shorttest::testkit
