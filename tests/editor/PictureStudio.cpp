@@ -46,7 +46,7 @@ const char* const SystemName = "windows";
 const char* const Ending = ".bmp";
 
 bool TakePicture(const wxRect& area, const std::string& file) {
-  wxBitmap bitmap(area.GetSize());
+  wxBitmap bitmap(area.GetSize(), 24);  // the screen has no transparency
   wxScreenDC screen;
   wxMemoryDC picture(bitmap);
   picture.Blit(wxPoint(0, 0), area.GetSize(), &screen, area.GetPosition());
