@@ -1,5 +1,6 @@
 #include "tests/editor/EditorFixture.h"
 
+#include <wx/dialog.h>
 #include <wx/notebook.h>
 #include <wx/textctrl.h>
 #include <wx/timer.h>
@@ -35,6 +36,7 @@ class Watchdog : public wxTimer {
  private:
   static constexpr int PatienceMs = 60000;
   static constexpr int EscapeMs = 500;
+  static constexpr int Escapes = 10;
 
   void Notify() override {
     if (GetInterval() == PatienceMs) {
@@ -42,7 +44,19 @@ class Watchdog : public wxTimer {
       Start(EscapeMs);
     }
     wxUIActionSimulator().Char(WXK_ESCAPE);
+    if (++escapes_ > Escapes) EndInnermost();
   }
+
+  static void EndInnermost() {
+    wxDialog* innermost = nullptr;
+    for (wxWindow* const window : wxTopLevelWindows) {
+      auto* const dialog = dynamic_cast<wxDialog*>(window);
+      if (dialog != nullptr && dialog->IsModal()) innermost = dialog;
+    }
+    if (innermost != nullptr) innermost->EndModal(wxID_CANCEL);
+  }
+
+  int escapes_ = 0;
 };
 
 }  // namespace
