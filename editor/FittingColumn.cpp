@@ -27,12 +27,12 @@ void FittingColumn::Finish(int width) {
   SetScrollRate(0, Scaled(*this, Gap));
   SetMinSize(wxSize(width_, -1));
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    Fit();
+    FitToHeight();
     event.Skip();
   });
 }
 
-void FittingColumn::Fit() {
+void FittingColumn::FitToHeight() {
   const int gaps = std::max<int>(1, static_cast<int>(gaps_.size()));
   for (wxSizerItem* const gap : gaps_) gap->AssignSpacer(0, 0);
   const int room = (GetSize().y - rows_->CalcMin().y) / gaps;

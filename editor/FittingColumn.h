@@ -23,7 +23,7 @@ class FittingColumn : public wxScrolledWindow {
   void Finish(int width);
 
  private:
-  void Fit();
+  void FitToHeight();
 
   wxBoxSizer* rows_;
   std::vector<wxSizerItem*> gaps_;

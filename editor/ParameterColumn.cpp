@@ -26,6 +26,14 @@ constexpr int SmallGap = 2;  // between a label and its control
 
 wxString Text(const char* utf8) { return wxString::FromUTF8(utf8); }
 
+// Wider by a little than the toolkit measures it: some fonts are drawn wider than they are measured.
+wxStaticText* MakeLabel(wxWindow& parent, const char* caption, long style = 0) {
+  auto* const label =
+      new wxStaticText(&parent, wxID_ANY, Text(caption), wxDefaultPosition, wxDefaultSize, style);
+  label->SetMinSize(wxSize(label->GetBestSize().x + Scaled(parent, SmallGap), -1));
+  return label;
+}
+
 // Builds the column from the top, one parameter after the other.
 class Column {
  public:
@@ -34,7 +42,7 @@ class Column {
   // The label is made before its control: that is how screen readers find it.
   void AddLabel(const char* caption) {
     if (!parent_.Rows().IsEmpty()) AddGap();
-    parent_.Rows().Add(new wxStaticText(&parent_, wxID_ANY, Text(caption)));
+    parent_.Rows().Add(MakeLabel(parent_, caption));
     parent_.Rows().AddSpacer(Scaled(parent_, SmallGap));
   }
 
@@ -72,7 +80,7 @@ class Column {
     Accelerate(caption, *number.first);
     wxSizer* const row = Pair(*number.second);
     if (*unit != '\0') {
-      row->Add(new wxStaticText(&parent_, wxID_ANY, Text(unit)),
+      row->Add(MakeLabel(parent_, unit),
                wxSizerFlags().CentreVertical().Border(wxLEFT, Scaled(parent_, Border)));
     }
     Add(row);
@@ -149,7 +157,7 @@ void AddTerminatingResistor(Column& column, EditorControls& controls) {
   column.AddLabel("Abschluss&widerstand");
   auto* const table = new wxFlexGridSizer(2, Scaled(column.Parent(), SmallGap), Scaled(column.Parent(), Gap));
   for (const char* const caption : {"Karte", "Relais"}) {
-    table->Add(new wxStaticText(&column.Parent(), wxID_ANY, Text(caption)));
+    table->Add(MakeLabel(column.Parent(), caption));
   }
   std::tie(controls.Ed_LastRelaisKarte, controls.UpDownLastRelaisKarte) =
       column.MakeNumber(ChannelWidth, {0, 10}, 0);
@@ -163,8 +171,7 @@ void AddTerminatingResistor(Column& column, EditorControls& controls) {
 void AddChannels(Column& column, EditorControls& controls) {
   column.AddLabel("&Kanäle");
   std::tie(controls.Ed_MinChannel, controls.UpDownMin) = column.MakeNumber(ChannelWidth, {1, 239}, 1);
-  auto* const dash = new wxStaticText(&column.Parent(), wxID_ANY, "-", wxDefaultPosition, wxDefaultSize,
-                                      wxALIGN_CENTRE_HORIZONTAL);
+  wxStaticText* const dash = MakeLabel(column.Parent(), "-", wxALIGN_CENTRE_HORIZONTAL);
   std::tie(controls.Ed_MaxChannel, controls.UpDownMax) = column.MakeNumber(ChannelWidth, {2, 240}, 48);
   column.Accelerate("&Kanäle", *controls.Ed_MinChannel);
 

@@ -107,7 +107,8 @@ wxWindow* MakeStepButtons(wxWindow& parent, StepHandler onStep) {
 
 wxWindow* MakeStepButtons(wxWindow& parent, StepHandler onStep) {
   auto* const buttons = new wxSpinButton(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_VERTICAL);
-  buttons->SetMinSize(wxSize(Scaled(parent, 17), -1));
+  // As high as the edit beside it: by itself the control wants to be half as high again.
+  buttons->SetMinSize(wxSize(Scaled(parent, 17), LineHeight(parent)));
   buttons->DisableFocusFromKeyboard();
   // The position is kept elsewhere: this one stays in the middle of its range, so that both arrows work.
   buttons->SetRange(-1, 1);

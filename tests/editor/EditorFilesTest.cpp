@@ -267,6 +267,19 @@ TEST_F(EditorFiles, SaveAsksBeforeItReplacesAFileWhoseExtensionItAdded) {
   EXPECT_EQ(user.dialogs, 2);
 }
 
+TEST_F(EditorFiles, SaveAsksBeforeItReplacesAFile) {
+  const std::string file = UseExpectation(Wired(1, 2, 4));
+  form.KXEdit_Datafile.SetText("");
+  FileDialogUser user({file});
+  user.SaysNo();
+  Show([&] {
+    Click(*form.BT_Filesave);
+    EXPECT_EQ(DataFileText(), "");
+  });
+  EXPECT_EQ(TShortTestData(file).bis, 4);
+  EXPECT_EQ(user.dialogs, 1);
+}
+
 TEST_F(EditorFiles, FileOutsideTheProjectIsALiteral) {
   const std::string outside = (std::filesystem::path(::testing::TempDir()) / "editor_outside.dat").string();
   std::filesystem::remove(outside);

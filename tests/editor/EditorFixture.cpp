@@ -27,26 +27,36 @@ std::filesystem::path MakeFolder() {
   return folder;
 }
 
-// Closes what a test has left open, so that it fails instead of waiting for a user for ever.
+// Closes what a test has left open, so that it fails instead of waiting for a user for ever: Escape closes
+// one window after the other, also those that the system has opened.
 class Watchdog : public wxTimer {
  public:
   Watchdog() { Start(PatienceMs); }
 
  private:
   static constexpr int PatienceMs = 60000;
-  static constexpr int CloseAgainMs = 500;
+  static constexpr int EscapeMs = 500;
+  static constexpr int Escapes = 10;
 
   void Notify() override {
     if (GetInterval() == PatienceMs) {
       ADD_FAILURE() << "the dialog is still open";
-      Start(CloseAgainMs);
+      Start(EscapeMs);
     }
-    wxUIActionSimulator().Char(WXK_ESCAPE);  // what the system has opened
+    wxUIActionSimulator().Char(WXK_ESCAPE);
+    if (++escapes_ > Escapes) EndInnermost();
+  }
+
+  static void EndInnermost() {
+    wxDialog* innermost = nullptr;
     for (wxWindow* const window : wxTopLevelWindows) {
       auto* const dialog = dynamic_cast<wxDialog*>(window);
-      if (dialog != nullptr && dialog->IsModal()) dialog->EndModal(wxID_CANCEL);
+      if (dialog != nullptr && dialog->IsModal()) innermost = dialog;
     }
+    if (innermost != nullptr) innermost->EndModal(wxID_CANCEL);
   }
+
+  int escapes_ = 0;
 };
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "tests/editor/FileDialogUser.h"
 
 #include <gtest/gtest.h>
+#include <wx/timer.h>
+#include <wx/uiaction.h>
 
 #include <utility>
 
@@ -59,13 +61,35 @@ void Cancel(wxFileDialog& dialog) {
   if (!HasClosed(dialog)) dialog.EndModal(wxID_CANCEL);
 }
 
-void Use(wxFileDialog& dialog, const std::string& name) {
-  if (!name.empty()) {
-    if (TypeName(name) && Confirm(dialog)) return;
-    ADD_FAILURE() << "the file dialog does not take " << name << "; its entry holds "
-                  << TextOfFocusedEntry().value_or("nothing");
+// Presses Escape once something else than the entry with the name has the keyboard. The dialog's own question
+// keeps whoever pressed Enter waiting until it is answered; only a timer comes through.
+class NoToTheQuestion : public wxTimer {
+ public:
+  explicit NoToTheQuestion(const std::string& name) : name_(name) { Start(IntervalMs); }
+
+  bool Said() const { return said_; }
+
+ private:
+  static constexpr int IntervalMs = 300;
+
+  void Notify() override {
+    if (said_ || TextOfFocusedEntry() == name_) return;
+    said_ = true;
+    wxUIActionSimulator().Char(WXK_ESCAPE);
   }
-  Cancel(dialog);
+
+  std::string name_;
+  bool said_ = false;
+};
+
+// The file dialog stays after the answer.
+bool SayNo(const wxFileDialog& dialog, const std::string& name) {
+  const NoToTheQuestion answer(name);
+  for (int tries = 0; tries < Tries && !answer.Said(); ++tries) {
+    Press(WXK_RETURN);
+    WaitFor([&answer] { return answer.Said(); }, PatienceMs);
+  }
+  return answer.Said() && !HasClosed(dialog);
 }
 
 }  // namespace
@@ -87,6 +111,18 @@ int FileDialogUser::Enter(wxDialog* dialog) {
     Use(*files, name);
   });
   return wxID_NONE;  // go on and show it
+}
+
+void FileDialogUser::Use(wxFileDialog& dialog, const std::string& name) const {
+  if (!name.empty()) {
+    if (TypeName(name) && (saysNo_ ? SayNo(dialog, name) : Confirm(dialog))) {
+      if (saysNo_) Cancel(dialog);
+      return;
+    }
+    ADD_FAILURE() << "the file dialog does not take " << name << "; its entry holds "
+                  << TextOfFocusedEntry().value_or("nothing");
+  }
+  Cancel(dialog);
 }
 
 void FileDialogUser::Look(const wxFileDialog& dialog) {

@@ -15,6 +15,9 @@ class FileDialogUser : public wxModalDialogHook {
  public:
   explicit FileDialogUser(std::vector<std::string> names) : names_(std::move(names)) { Register(); }
 
+  /// Answers the question that follows the next name, and that the dialog itself asks, with Escape.
+  void SaysNo() { saysNo_ = true; }
+
   int dialogs = 0;  ///< that were opened
   // What the last one was opened with.
   long style = 0;
@@ -29,9 +32,11 @@ class FileDialogUser : public wxModalDialogHook {
 
  private:
   void Look(const wxFileDialog& dialog);
+  void Use(wxFileDialog& dialog, const std::string& name) const;
 
   std::vector<std::string> names_;
   [[maybe_unused]] bool entered_ = false;
+  [[maybe_unused]] bool saysNo_ = false;
 };
 
 }  // namespace shorttest::testkit
