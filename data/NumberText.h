@@ -24,7 +24,8 @@ std::string FloatToText(double value);
 std::string FloatToFixedText(double value, int decimals);
 
 /// Reads a floating-point number with the decimal separator in force; blanks around it are skipped, an
-/// exponent (E or e) is allowed. No value when the text is anything else or beyond the range of double.
+/// exponent (E or e) is allowed. No value when the text is anything else or beyond the range of double, be it
+/// too large or too small for it.
 std::optional<double> TextToFloat(std::string_view text);
 
 /// Reads a decimal 32-bit integer; blanks around it are skipped. No value when the text is anything else or

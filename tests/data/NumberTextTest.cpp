@@ -141,6 +141,8 @@ INSTANTIATE_TEST_SUITE_P(
                     ParseCase{"SignedExponents", "1.5E+3", 1500.0},
                     ParseCase{"NegativeExponent", "15E-1", 1.5},
                     ParseCase{"ExponentBehindSeparator", "5.E1", 50.0}, ParseCase{"Zero", "0", 0.0},
+                    ParseCase{"ZeroWithAnyExponent", "0E-400", 0.0},
+                    ParseCase{"Smallest", "4.9E-324", 4.9e-324},
                     ParseCase{"LargestWritten", "1.79769313486231E308", 1.79769313486231e308}),
     CaseName());
 
@@ -158,7 +160,7 @@ INSTANTIATE_TEST_SUITE_P(
         ParseCase{"ExponentWithFraction", "1E1.5", std::nullopt},
         ParseCase{"Hexadecimal", "0x10", std::nullopt}, ParseCase{"NotANumber", "NAN", std::nullopt},
         ParseCase{"Infinite", "INF", std::nullopt}, ParseCase{"Infinity", "infinity", std::nullopt},
-        ParseCase{"TooLarge", "1E309", std::nullopt},
+        ParseCase{"TooLarge", "1E309", std::nullopt}, ParseCase{"TooSmall", "1E-400", std::nullopt},
         ParseCase{"FarTooLarge", "1E99999999999999999999", std::nullopt}),
     CaseName());
 

@@ -128,7 +128,11 @@ class Keys {
     std::istringstream stream(text);
     stream.imbue(std::locale::classic());
     double value = 0.0;
-    return stream >> value ? value : fallback;
+    if (!(stream >> value)) return fallback;
+    // A number too small for a double is as unreadable as one too large.
+    const std::string digits = text.substr(0, text.find_first_of("eE"));
+    const bool isZero = digits.find_first_of("123456789") == std::string::npos;
+    return value == 0.0 && !isZero ? fallback : value;
   }
 
  private:
@@ -141,7 +145,25 @@ class Keys {
   char separator_;
 };
 
-void ReadStates(CharacterFile file, PlainExpectation& result) {
+}  // namespace
+
+PlainExpectation ReadKeysPlainly(const std::string& content, char separator) {
+  Keys keys(content, separator);
+  PlainExpectation result;
+  result.von = keys.Integer("BEREICH", "START", 1);
+  result.bis = keys.Integer("BEREICH", "ENDE", 2);
+  result.Schwelle = keys.Float("BEREICH", "WIDERSTAND", 10.0);
+  result.Schwelle2 = keys.Float("BEREICH", "WIDERSTAND2", result.Schwelle);
+  result.U_Control = keys.Integer("OPTION", "U_KONTROLLE", 2);
+  result.LastRelaisKarte = keys.Integer("OPTION", "LASTRELAISKARTE", 0);
+  result.LastRelais = keys.Integer("OPTION", "LASTRELAIS", 0);
+  result.Timeout = keys.Integer("OPTION", "TIMEOUT", 5000);
+  result.MaxError = keys.Integer("OPTION", "MAX ERROR", 10);
+  return result;
+}
+
+void ReadStatesPlainly(const std::string& content, PlainExpectation& result) {
+  CharacterFile file(content);
   while (!file.Ended() && file.Line().find("[DATEN]") == std::string::npos) {
   }
   const std::int64_t count = std::int64_t{result.bis} - result.von + 1;
@@ -154,6 +176,8 @@ void ReadStates(CharacterFile file, PlainExpectation& result) {
     file.Line();
   }
 }
+
+namespace {
 
 bool IsDefined(CellState state) {
   const int number = static_cast<int>(state);
@@ -179,18 +203,8 @@ void CompareCell(std::ostringstream& text, std::size_t row, std::size_t column, 
 }  // namespace
 
 PlainExpectation ReadPlainly(const std::string& content, char separator) {
-  Keys keys(content, separator);
-  PlainExpectation result;
-  result.von = keys.Integer("BEREICH", "START", 1);
-  result.bis = keys.Integer("BEREICH", "ENDE", 2);
-  result.Schwelle = keys.Float("BEREICH", "WIDERSTAND", 10.0);
-  result.Schwelle2 = keys.Float("BEREICH", "WIDERSTAND2", result.Schwelle);
-  result.U_Control = keys.Integer("OPTION", "U_KONTROLLE", 2);
-  result.LastRelaisKarte = keys.Integer("OPTION", "LASTRELAISKARTE", 0);
-  result.LastRelais = keys.Integer("OPTION", "LASTRELAIS", 0);
-  result.Timeout = keys.Integer("OPTION", "TIMEOUT", 5000);
-  result.MaxError = keys.Integer("OPTION", "MAX ERROR", 10);
-  ReadStates(CharacterFile(content), result);
+  PlainExpectation result = ReadKeysPlainly(content, separator);
+  ReadStatesPlainly(content, result);
   return result;
 }
 

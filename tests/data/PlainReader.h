@@ -30,6 +30,10 @@ struct PlainExpectation {
 /// REQUIRES: its range holds at most a few thousand channels.
 PlainExpectation ReadPlainly(const std::string& content, char separator);
 
+/// The two halves of it: everything but the states, and the states of the range that was read.
+PlainExpectation ReadKeysPlainly(const std::string& content, char separator);
+void ReadStatesPlainly(const std::string& content, PlainExpectation& result);
+
 /// In what `data` differs from `expected`; empty when in nothing.
 std::string Difference(const TShortTestData& data, const PlainExpectation& expected);
 

@@ -144,7 +144,7 @@ void EditorTest::Replace(wxTextCtrl& control, const std::string& text) {
   Enter(control);
   // On a busy machine keys get lost now and then.
   for (int tries = 0; tries < 3 && (tries == 0 || TextOf(&control) != text); ++tries) {
-    widget_test::Press('A', wxMOD_CONTROL);
+    widget_test::SelectAll();
     if (text.empty()) {
       widget_test::Press(WXK_DELETE);
     } else {

@@ -35,7 +35,7 @@ class FileDialogUser : public wxModalDialogHook {
   void Use(wxFileDialog& dialog, const std::string& name) const;
 
   std::vector<std::string> names_;
-  bool entered_ = false;
+  [[maybe_unused]] bool entered_ = false;
   bool saysNo_ = false;
 };
 

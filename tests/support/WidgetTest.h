@@ -33,6 +33,9 @@ void ClickAt(const wxPoint& point);
 /// Presses and releases a key, with modifiers (wxMOD_...), in whatever window has the keyboard.
 void Press(int key, int modifiers = 0);
 
+/// Selects the whole text of the control that has the keyboard.
+void SelectAll();
+
 /// Types a text; a line feed is the Enter key.
 void Type(const std::string& text);
 
