@@ -131,6 +131,12 @@ fs::path FollowLinks(fs::path path) {
 // A file that must not be written must not be replaced either, although its directory would allow it.
 void RequireWritable(const fs::path& path) {
   if (!FileExists("write", path)) return;
+#ifdef _WIN32
+  // Asked for by name: a system that emulates this one may let its super-user write all the same.
+  if ((GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_READONLY) != 0) {
+    Fail("write", path, std::make_error_code(std::errc::permission_denied));
+  }
+#endif
   errno = 0;
   const std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
   if (!file) Fail("write", path, LastStreamError());
