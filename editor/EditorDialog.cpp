@@ -4,11 +4,33 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 #include "editor/DesignScale.h"
 
 namespace shorttest {
+namespace {
+
+// Whether a key asks for the next page (true) or the one before.
+std::optional<bool> PageDirection(const wxKeyEvent& event) {
+  const int modifiers = event.GetModifiers();
+  switch (event.GetKeyCode()) {
+    case WXK_PAGEUP:
+    case WXK_PAGEDOWN:
+      if (modifiers == wxMOD_CONTROL) return event.GetKeyCode() == WXK_PAGEDOWN;
+      break;
+    case WXK_TAB:
+      if (modifiers == wxMOD_CONTROL) return true;
+      if (modifiers == (wxMOD_CONTROL | wxMOD_SHIFT)) return false;
+      break;
+    default:
+      break;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
 
 EditorDialog::EditorDialog(const wxString& caption)
     : wxDialog(nullptr, wxID_ANY, caption, wxDefaultPosition, wxDefaultSize,
@@ -58,6 +80,8 @@ void EditorDialog::OnChildFocus(wxChildFocusEvent& event) {
 void EditorDialog::OnCharHook(wxKeyEvent& event) {
   if (event.GetKeyCode() == WXK_F1 && helpHandler_) {
     helpHandler_();
+  } else if (const auto forward = PageDirection(event); forward && pageHandler_) {
+    pageHandler_(*forward);
   } else if (event.GetModifiers() != wxMOD_ALT ||
              !GoToAccelerator(static_cast<wchar_t>(event.GetUnicodeKey()))) {
     event.Skip();

@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "editor/UpDownEdit.h"
@@ -35,6 +36,10 @@ class EditorDialog : public wxDialog {
   /// `handler` runs when the user presses F1.
   void OnHelpKey(std::function<void()> handler) { helpHandler_ = std::move(handler); }
 
+  /// `handler` runs when the user asks for another page, wherever the keyboard is: with false for the one
+  /// before (Ctrl+PageUp, Ctrl+Shift+Tab), with true for the next one (Ctrl+PageDown, Ctrl+Tab).
+  void OnPageKey(std::function<void(bool forward)> handler) { pageHandler_ = std::move(handler); }
+
   /// Forgets which control had the keyboard, without leaving it.
   void ForgetControl() { current_ = nullptr; }
 
@@ -49,6 +54,7 @@ class EditorDialog : public wxDialog {
   std::map<wchar_t, std::vector<wxWindow*>> accelerators_;
   std::map<wxWindow*, std::function<void()>> leaveHandlers_;
   std::function<void()> helpHandler_;
+  std::function<void(bool)> pageHandler_;
   wxWindow* current_ = nullptr;
 };
 

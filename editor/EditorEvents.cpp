@@ -71,6 +71,9 @@ void TShortTestForm::BindConnections() {
       PageControl1->SetFocus();
     });
   });
+  Window()->OnPageKey([this](bool forward) {
+    if (PageControl1->IsEnabled()) PageControl1->AdvanceSelection(forward);
+  });
 }
 
 void TShortTestForm::BindClosing() {

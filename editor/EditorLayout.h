@@ -21,7 +21,7 @@ void LayOutEditor(const EditorLayout& layout);
 
 /// Its parts: the column of parameters, the pages with the connections, the bar at the bottom. Each returns
 /// what the whole is arranged of.
-wxSizer* LayOutParameters(wxWindow& parent, const EditorLayout& layout);
+wxWindow* LayOutParameters(wxWindow& parent, const EditorLayout& layout);
 wxWindow* LayOutPages(wxWindow& parent, const EditorLayout& layout);
 wxWindow* LayOutBottomBar(wxWindow& parent, const EditorLayout& layout);
 

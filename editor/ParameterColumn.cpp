@@ -1,6 +1,5 @@
 #include <wx/button.h>
 #include <wx/choice.h>
-#include <wx/scrolwin.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
@@ -12,6 +11,7 @@
 #include "editor/DataFileEdit.h"
 #include "editor/DesignScale.h"
 #include "editor/EditorLayout.h"
+#include "editor/FittingColumn.h"
 
 namespace shorttest {
 namespace {
@@ -21,7 +21,7 @@ constexpr int WarningWidth = 156;
 constexpr int WarningHeight = 58;
 constexpr int NumberWidth = 80;
 constexpr int ChannelWidth = 48;
-constexpr int Gap = 8;       // between two parameters
+constexpr int Gap = 8;       // between two controls side by side
 constexpr int SmallGap = 2;  // between a label and its control
 
 wxString Text(const char* utf8) { return wxString::FromUTF8(utf8); }
@@ -29,23 +29,20 @@ wxString Text(const char* utf8) { return wxString::FromUTF8(utf8); }
 // Builds the column from the top, one parameter after the other.
 class Column {
  public:
-  Column(wxWindow& parent, EditorDialog& dialog)
-      : parent_(parent), dialog_(dialog), rows_(new wxBoxSizer(wxVERTICAL)) {}
-
-  wxSizer* Rows() const { return rows_; }
+  Column(FittingColumn& parent, EditorDialog& dialog) : parent_(parent), dialog_(dialog) {}
 
   // The label is made before its control: that is how screen readers find it.
   void AddLabel(const char* caption) {
-    if (!rows_->IsEmpty()) rows_->AddSpacer(Scaled(parent_, Gap));
-    rows_->Add(new wxStaticText(&parent_, wxID_ANY, Text(caption)));
-    rows_->AddSpacer(Scaled(parent_, SmallGap));
+    if (!parent_.Rows().IsEmpty()) AddGap();
+    parent_.Rows().Add(new wxStaticText(&parent_, wxID_ANY, Text(caption)));
+    parent_.Rows().AddSpacer(Scaled(parent_, SmallGap));
   }
 
   void Accelerate(const char* caption, wxWindow& target) { dialog_.AddAccelerator(Text(caption), target); }
 
-  void Add(wxWindow* control) { rows_->Add(control, wxSizerFlags().Expand()); }
-  void Add(wxSizer* row) { rows_->Add(row, wxSizerFlags().Expand()); }
-  void AddGap() { rows_->AddSpacer(Scaled(parent_, Gap)); }
+  void Add(wxWindow* control) { parent_.Rows().Add(control, wxSizerFlags().Expand()); }
+  void Add(wxSizer* row) { parent_.Rows().Add(row, wxSizerFlags().Expand()); }
+  void AddGap() { parent_.AddGap(); }
 
   wxTextCtrl* MakeEdit(int width) {
     auto* const edit = new wxTextCtrl(&parent_, wxID_ANY);
@@ -87,9 +84,8 @@ class Column {
  private:
   static constexpr int Border = 6;
 
-  wxWindow& parent_;
+  FittingColumn& parent_;
   EditorDialog& dialog_;
-  wxBoxSizer* rows_;
 };
 
 void AddFile(Column& column, const EditorLayout& layout) {
@@ -181,10 +177,8 @@ void AddChannels(Column& column, EditorControls& controls) {
 
 }  // namespace
 
-wxSizer* LayOutParameters(wxWindow& parent, const EditorLayout& layout) {
-  // With a large font the column is taller than the screen.
-  auto* const window =
-      new wxScrolledWindow(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxVSCROLL | wxTAB_TRAVERSAL);
+wxWindow* LayOutParameters(wxWindow& parent, const EditorLayout& layout) {
+  auto* const window = new FittingColumn(parent);
   Column column(*window, layout.dialog);
   AddFile(column, layout);
   AddThresholds(column, layout.controls);
@@ -192,13 +186,8 @@ wxSizer* LayOutParameters(wxWindow& parent, const EditorLayout& layout) {
   AddOptions(column, layout.controls);
   AddTerminatingResistor(column, layout.controls);
   AddChannels(column, layout.controls);
-
-  window->SetSizer(column.Rows());
-  window->SetScrollRate(0, Scaled(parent, Gap));
-  window->SetMinSize(wxSize(std::max(column.Rows()->GetMinSize().x, Scaled(parent, ColumnWidth)), -1));
-  auto* const sizer = new wxBoxSizer(wxVERTICAL);
-  sizer->Add(window, wxSizerFlags(1).Expand());
-  return sizer;
+  window->Finish(Scaled(parent, ColumnWidth));
+  return window;
 }
 
 void ShowWarning(wxStaticText& label, const wxString& text) {

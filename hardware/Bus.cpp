@@ -139,6 +139,18 @@ void SwitchTerminationOff(const TShortTestData& data) noexcept {
   if (HasTermination(data)) SwitchTermination(data, 0);
 }
 
+std::optional<std::int32_t> CardBehindRange(const TShortTestData& data) noexcept {
+  for (std::int32_t i = 0; i <= data.Highconnections(); ++i) {
+    if (data.Get(i, i) != CellState::Suspended) return std::nullopt;
+  }
+  if (data.bis % ChannelsPerCard != 0) return std::nullopt;
+  return data.AnzahlKarten();
+}
+
+void ReleaseLine(std::int32_t card, std::int32_t line) noexcept {
+  WriteBus(LineAddress(card, line), LineReset);
+}
+
 HardwareUsage& Usage() {
   static HardwareUsage usage;
   return usage;

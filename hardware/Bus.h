@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -58,6 +59,14 @@ void SwitchTerminationOn(const TShortTestData& data);
 
 /// Opens the terminating-resistor relay, if `data` names one. Never raises, like ReleaseAllLines.
 void SwitchTerminationOff(const TShortTestData& data) noexcept;
+
+/// The card (from 0) of the channel behind the range, when a voltage pass over `data` switches that channel
+/// and ReleaseAllLines does not reach it: every channel is suspended, and the range ends with its last card.
+/// Whoever runs the pass asks before and opens line 1 of that card afterwards.
+std::optional<std::int32_t> CardBehindRange(const TShortTestData& data) noexcept;
+
+/// Opens every relay of one line of one card. Never raises: it serves clean-ups.
+void ReleaseLine(std::int32_t card, std::int32_t line) noexcept;
 
 /// What was asked of the hardware since the library was loaded.
 struct HardwareUsage {

@@ -12,7 +12,8 @@ Clock* replacement = nullptr;
 
 Clock& ActiveClock() {
   static SystemClock system;
-  return replacement != nullptr ? *replacement : system;
+  if (replacement != nullptr) return *replacement;
+  return system;
 }
 
 Clock* SetClock(Clock* clock) {

@@ -1,6 +1,7 @@
 #include "learn/ShorttestLearn.h"
 
 #include <cmath>
+#include <optional>
 #include <string>
 
 #include "data/NumberText.h"
@@ -50,9 +51,12 @@ bool LearnPair(TShortTestData& data, std::int32_t onLine0, std::int32_t onLine1)
   return true;
 }
 
-// Runs on every way out of LearnConnections.
-void CleanUp(const TShortTestData& data, TProgressFunc progress) noexcept {
+// Runs on every way out of LearnConnections. `cardBehindRange` has the one relay that ReleaseAllLines does
+// not reach.
+void CleanUp(const TShortTestData& data, std::optional<std::int32_t> cardBehindRange,
+             TProgressFunc progress) noexcept {
   ReleaseAllLines(data);
+  if (cardBehindRange) shorttest::ReleaseLine(*cardBehindRange, 1);
   shorttest::SwitchTerminationOff(data);
   try {
     progress(1.0);
@@ -145,9 +149,10 @@ void LearnConnections(TShortTestData& data, TProgressFunc progress) {
   // A stop is not handed from pass to pass: each stops at its own first progress call.
   struct Guard {
     const TShortTestData& data;
+    std::optional<std::int32_t> cardBehindRange;
     TProgressFunc progress;
-    ~Guard() { CleanUp(data, progress); }
-  } const guard{data, progress};
+    ~Guard() { CleanUp(data, cardBehindRange, progress); }
+  } const guard{data, shorttest::CardBehindRange(data), progress};
 
   ResetLearnedCells(data);
   shorttest::SwitchTerminationOn(data);

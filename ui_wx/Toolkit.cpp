@@ -5,6 +5,7 @@
 #include <wx/log.h>
 
 #include <clocale>
+#include <cstdlib>
 #include <exception>
 #include <stdexcept>
 #include <string>
@@ -56,6 +57,10 @@ class NumericLocaleKeeper {
 bool Start() {
   const NumericLocaleKeeper keeper;
   const wxLogNull quiet;  // the caller reports the failure
+#ifdef __WXGTK__
+  // Scroll bars that show only under a moving mouse let what is cut off look complete.
+  setenv("GTK_OVERLAY_SCROLLING", "0", /*overwrite=*/0);
+#endif
   int noArguments = 0;
   wxApp::SetInstance(new Application);
   return wxEntryStart(noArguments, static_cast<wxChar**>(nullptr));

@@ -16,6 +16,8 @@ class WxProgressDialog : public ProgressDialog {
   /// `taskWindows` outlives the dialog.
   WxProgressDialog(const ProgressDialogLayout& layout, TaskWindows& taskWindows);
   ~WxProgressDialog() override;
+  WxProgressDialog(const WxProgressDialog&) = delete;
+  WxProgressDialog& operator=(const WxProgressDialog&) = delete;
 
   void Show() override;
   bool Visible() const override;

@@ -1,4 +1,6 @@
 // Whole checks, call by call.
+#include <gmock/gmock.h>
+
 #include "tests/check/CheckBench.h"
 
 namespace shorttest::testkit {
@@ -53,6 +55,23 @@ TEST_F(CheckDriver, AShortedDevice) {
   calls += Bar(1.0) + "send Kurzschluss zwischen 47 und 49|10|0,5|Ohm|100000000000001|0|\n";
   calls += "send Kurzschlusstest|0|1||0||\n" + Bar(1.0) + End(2);
   EXPECT_TRUE(text.ends_with(calls)) << text;
+}
+
+// Its relay lies on a card that the range does not need; nothing may stay closed.
+TEST_F(CheckDriver, WithEveryChannelSuspendedTheOneBehindTheRangeIsOpenedOnItsOwnCard) {
+  Expect(47, "9 49");
+  Check();
+  const std::string text = log.Text();
+  EXPECT_THAT(text, ::testing::HasSubstr(Connect(49, 1)));
+  EXPECT_TRUE(text.ends_with(ReleaseAll(1) + "bus 131 0 64\nenable 11 12\nclose dialog\n")) << text;
+  EXPECT_TRUE(driver.AllRelaysOpen());
+}
+
+TEST_F(CheckDriver, WithEveryChannelSuspendedAndTheOneBehindOnTheSameCardTheCleanUpIsTheUsual) {
+  Expect(46, "9 49");
+  Check();
+  EXPECT_TRUE(log.Text().ends_with(End(1))) << log.Text();
+  EXPECT_TRUE(driver.AllRelaysOpen());
 }
 
 TEST_F(CheckDriver, ASingleChannel) {

@@ -229,6 +229,14 @@ TEST_F(CheckFault, NegativeReadingsAreBelowEveryThreshold) {
             "Kurzschlusstest|0|1||0||\n");
 }
 
+TEST_F(CheckFault, MinusInfinityIsBelowEveryThresholdToo) {
+  Expect(1, "8 28");
+  data.U_Control = 0;
+  driver.AllReadings([](int) { return -std::numeric_limits<double>::infinity(); });
+  RunShortTest(data);
+  EXPECT_EQ(Records(), "Verbindungstest|1|1||1||\nKurzschlusstest|0|0||0||\n");
+}
+
 TEST_F(CheckFault, AThresholdNothingCanBeMeasuredAgainstEndsTheCheck) {
   Expect(1, "8 28");
   data.Schwelle = 0.0;

@@ -52,6 +52,7 @@ void PlainCheck::Passes() {
 
 void PlainCheck::CleanUp() {
   PlainTester::ReleaseAll(options_.cards);
+  PlainTester::ReleaseBehind(options_, data_.count, data_.AllSuspended());
   PlainTester::Termination(options_, false);
   if (dialog_->GetModalResult() == 2) environment_.CancelTest();
   ui_.EnableTaskWindows(windows_);

@@ -66,6 +66,55 @@ TEST_F(EditorWindow, CanBeMadeSmall) {
   });
 }
 
+// Whether a control lies within its parent, top to bottom and left to right.
+bool IsInSight(const wxWindow& control) {
+  return wxRect(control.GetParent()->GetClientSize()).Contains(control.GetRect());
+}
+
+TEST_F(EditorWindow, WholeColumnIsInSight) {
+  Show([this] {
+    EXPECT_TRUE(IsInSight(*form.Ed_MinChannel));
+    EXPECT_TRUE(IsInSight(form.UpDownMax->Buttons()));
+  });
+}
+
+TEST_F(EditorWindow, LowDialogMovesTheRowsOfTheColumnTogether) {
+  Show([this] {
+    const int before = form.Ed_MinChannel->GetPosition().y;
+    form.Window()->SetClientSize(776, 530);
+    Settle();
+    EXPECT_LT(form.Ed_MinChannel->GetPosition().y, before);
+    EXPECT_TRUE(IsInSight(*form.Ed_MinChannel));
+    EXPECT_TRUE(IsInSight(form.UpDownMax->Buttons()));
+    form.Window()->SetClientSize(984, 662);
+    Settle();
+    EXPECT_EQ(form.Ed_MinChannel->GetPosition().y, before);
+  });
+}
+
+TEST_F(EditorWindow, SmallestDialogScrollsTheColumnToTheControlThatHasTheKeyboard) {
+  Show([this] {
+    form.Window()->SetSize(300, 480);
+    Settle();
+    EXPECT_FALSE(IsInSight(*form.Ed_MinChannel));
+    Press('K', wxMOD_ALT);  // the voltage control
+    Press('K', wxMOD_ALT);
+    ASSERT_TRUE(form.Ed_MinChannel->HasFocus());
+    EXPECT_TRUE(IsInSight(*form.Ed_MinChannel));
+    EXPECT_TRUE(IsInSight(form.UpDownMax->Buttons()));
+  });
+}
+
+TEST_F(EditorWindow, SmallestDialogHasRoomForItsButtons) {
+  Show([this] {
+    form.Window()->SetSize(300, 480);
+    Settle();
+    for (const wxWindow* const button : {form.BT_OK, form.ButtonCancel, form.BT_Learn, form.KXHelpButton1}) {
+      EXPECT_TRUE(IsInSight(*button)) << button->GetLabel();
+    }
+  });
+}
+
 TEST_F(EditorWindow, CaptionsAreAsGiven) {
   Show([this] {
     EXPECT_EQ(form.BT_OK->GetLabel(), "OK");
@@ -197,6 +246,28 @@ TEST_F(EditorWindow, AcceleratorOfAHiddenTextDoesNothing) {
     form.KXEdit_Datafile.Control()->SetFocus();
     Press('V', wxMOD_ALT);
     EXPECT_TRUE(form.KXEdit_Datafile.Control()->HasFocus());
+  });
+}
+
+TEST_F(EditorWindow, PagesAreTurnedWithKeys) {
+  Show([this] {
+    Press(WXK_PAGEDOWN, wxMOD_CONTROL);
+    EXPECT_EQ(form.PageControl1->GetSelection(), 1);
+    Press(WXK_PAGEUP, wxMOD_CONTROL);
+    EXPECT_EQ(form.PageControl1->GetSelection(), 0);
+    Press(WXK_TAB, wxMOD_CONTROL);
+    EXPECT_EQ(form.PageControl1->GetSelection(), 1);
+    Press(WXK_TAB, wxMOD_CONTROL | wxMOD_SHIFT);
+    EXPECT_EQ(form.PageControl1->GetSelection(), 0);
+  });
+}
+
+TEST_F(EditorWindow, TurningThePageWithAKeyLeavesTheText) {
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 3");
+    Press(WXK_PAGEDOWN, wxMOD_CONTROL);
+    EXPECT_EQ(Pair(1, 3), CellState::Connected);
   });
 }
 

@@ -127,6 +127,18 @@ TEST_F(LearnTrace, WithEveryChannelSuspendedTheOneBehindTheRangeIsSwitched) {
   EXPECT_EQ(MatrixText(data), "9 49");
 }
 
+TEST_F(LearnTrace, TheOneBehindTheRangeIsOpenedAlsoOnAnotherCard) {
+  Channels(47, 48);
+  Suspend(0);
+  Suspend(1);
+  Learn();
+  std::string calls = Progress(0.01) + PrepareAfterReset(1) + Connect(49, 1) + PrepareWithoutReset(1);
+  calls += Progress(0.0 / 4.0 + 0.25) + Progress(1.0 / 4.0 + 0.25);
+  calls += PrepareAfterReset(1) + ReleaseAll(1) + "bus 131 0 64\n" + Progress(1.0);
+  EXPECT_EQ(log.Text(), calls);
+  EXPECT_TRUE(driver.AllRelaysOpen());
+}
+
 TEST_F(LearnTrace, AnEmptyRangeMeasuresNothing) {
   Channels(4, 3);
   Learn();

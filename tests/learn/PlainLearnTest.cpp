@@ -10,7 +10,12 @@ namespace {
 class PlainLearn {
  public:
   PlainLearn(CallLog& log, FakeClock& clock, const RandomCase& random)
-      : matrix(random.matrix), options_(random.options), random_(random), log_(log), tester_(log, clock) {}
+      : matrix(random.matrix),
+        options_(random.options),
+        random_(random),
+        log_(log),
+        tester_(log, clock),
+        allSuspendedBefore_(matrix.AllSuspended()) {}
 
   void Run() {
     try {
@@ -34,6 +39,7 @@ class PlainLearn {
 
   void CleanUp() {
     PlainTester::ReleaseAll(options_.cards);
+    PlainTester::ReleaseBehind(options_, matrix.count, allSuspendedBefore_);
     PlainTester::Termination(options_, false);
     Progress(1.0);
   }
@@ -119,6 +125,7 @@ class PlainLearn {
   const RandomCase& random_;
   CallLog& log_;
   PlainTester tester_;
+  bool allSuspendedBefore_;
   int calls_ = 0;
   int questions_ = 0;
 };

@@ -33,6 +33,11 @@ struct PlainMatrix {
     for (int i = 0; i < channels; ++i) At(state, i, i) = 8;
   }
 
+  bool AllSuspended() const {
+    int suspended = 0;
+    for (int i = 0; i < count; ++i) suspended += Get(i, i) == 9 ? 1 : 0;
+    return suspended == count;
+  }
   int Get(int i, int j) const { return state[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)]; }
   double GetR(int i, int j) const { return ohm[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)]; }
   double Volts(int i) const { return volts[static_cast<std::size_t>(i)]; }
@@ -124,6 +129,14 @@ class PlainTester {
 
   static void ReleaseAll(int cards) {
     for (int address = 128; address < 128 + 2 * cards; ++address) brenmor_bus_write(address, 0, 64);
+  }
+
+  /// The card behind the range, where the relay lies that is closed when every channel up to the last of a
+  /// card is suspended.
+  static void ReleaseBehind(const PlainOptions& options, int channels, bool allSuspended) {
+    if (allSuspended && options.von + channels - 1 == 48 * options.cards) {
+      brenmor_bus_write(129 + 2 * options.cards, 0, 64);
+    }
   }
 
   static void Termination(const PlainOptions& options, bool on) {

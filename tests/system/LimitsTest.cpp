@@ -35,6 +35,13 @@ TEST_F(Limits, ARelayStuckOpenOnAFreeChannelHidesItsShort) {
   EXPECT_EQ(Findings(CheckWith("net 1 2\nwire 3 7\nstuck-open 7 0\n")), 0);
 }
 
+// Nor is it in the bundle when the other channel is measured against that.
+TEST_F(Limits, ARelayStuckOpenOnTheOtherLineOfAFreeChannelHidesItsShortToo) {
+  LearnFrom("net 1 2\n");
+  EXPECT_EQ(Findings(CheckWith("net 1 2\nwire 3 7\nstuck-open 3 1\n")), 0);
+  EXPECT_EQ(Findings(CheckWith("net 1 2\nwire 3 7\nstuck-open 7 1\n")), 0);
+}
+
 TEST_F(Limits, ARelayStuckOpenOnAChannelOfANetIsSeenAsAnOpenWire) {
   LearnFrom("net 1 2\n");
   EXPECT_THAT(CheckWith("net 1 2\nstuck-open 1 0\n"), HasSubstr("fehlende Verbindung zwischen 1 und 2"));
@@ -93,6 +100,39 @@ TEST_F(Limits, AShortOfAnExcludedPairIsNotTested) {
   data.SetC(6, 2, CellState::ExcludedPair, NoResistance);
   LearnFrom("net 1 2\n");
   EXPECT_EQ(Findings(CheckWith("net 1 2\nwire 3 7\n")), 0);
+}
+
+TEST_F(Limits, AnErrorLimitOfZeroLeavesTheSummaryOfConnectionsAlone) {
+  LearnFrom("net 1 2\n");
+  data.MaxError = 0;
+  EXPECT_EQ(CheckWith("net 1 2\nwire 3 7\ncharge 6 24 tau never\n"),
+            "Verbindungstest|1|1||1||\nKurzschlusstest|0|0||0||\n");
+  EXPECT_THAT(CheckWith("wire 3 7\n"), HasSubstr("Verbindungstest|1|0||1||"));
+}
+
+TEST_F(Limits, AnErrorLimitReachedByOpenWiresHidesTheShorts) {
+  LearnFrom("net 1 2\n");
+  data.MaxError = 1;
+  EXPECT_EQ(CheckWith("wire 3 7\n"),
+            "fehlende Verbindung zwischen 1 und 2 -  ABBRUCH|0|1000000000|Ohm|10|0|\n"
+            "Verbindungstest|1|0||1||\nKurzschlusstest|0|0||0||\n");
+}
+
+TEST_F(Limits, AVoltageHidesTheShorts) {
+  LearnFrom("net 1 2\n");
+  EXPECT_EQ(Findings(CheckWith("net 1 2\nwire 3 7\ncharge 6 24 tau never\n")), 1);
+}
+
+TEST_F(Limits, WithoutVoltageControlNoVoltageIsFound) {
+  LearnFrom("net 1 2\n");
+  data.U_Control = 0;
+  EXPECT_EQ(Findings(CheckWith("net 1 2\ncharge 6 24 tau never\n")), 0);
+}
+
+TEST_F(Limits, AnEmptyRangeHasNoFindings) {
+  LearnFrom("net 1 2\n");
+  data.SetVonBis(1, 0);
+  EXPECT_EQ(CheckWith("wire 3 7\n"), "Kurzschlusstest|0|0||0||\n");
 }
 
 // Noise as large as the distance to the threshold turns a reading round, and one reading settles a net.

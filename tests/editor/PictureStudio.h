@@ -1,0 +1,78 @@
+#pragma once
+
+#include <wx/window.h>
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "data/ShorttestData.h"
+#include "editor/GUI_ShortTest.h"
+#include "host/framework/ScriptEnvironment.h"
+#include "platform/Kxcommandinterfaces.h"
+#include "tests/support/CallLog.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/FakeDriver.h"
+
+namespace shorttest::testkit {
+
+/// Takes pictures of the dialogs while they work on the example harnesses. The dialogs are the real ones; the
+/// tester answers at once.
+class PictureStudio {
+ public:
+  /// Pictures go to `folder`, which is made.
+  explicit PictureStudio(std::filesystem::path folder);
+  ~PictureStudio();
+  PictureStudio(const PictureStudio&) = delete;
+  PictureStudio& operator=(const PictureStudio&) = delete;
+
+  /// Makes the example harness the project, names its expectation file in the editor and plugs a good device
+  /// into the tester.
+  void UseExample(const std::string& harness);
+  /// Names no file: a new expectation.
+  void UseNewFile();
+  /// The expectation of the example in use.
+  TShortTestData Expectation() const;
+
+  /// Shows the editor, runs `script` on it and closes it; nothing is written.
+  void Edit(const std::function<void()>& script);
+  /// Chooses a page of the editor that is shown: 0 "Text", 1 "Grafik".
+  void Page(int page) const;
+
+  /// Runs a measurement and takes a picture as soon as the bar of the window with this title has come to
+  /// `percent`. Throws std::runtime_error when it never does.
+  void PictureAt(int percent, const std::string& title, const std::string& name,
+                 const std::function<void()>& measure);
+  /// Takes a picture of the window with this title: FOLDER/SYSTEM-NAME.png.
+  void Picture(const std::string& title, const std::string& name) const;
+
+  FakeDriver& Driver() { return driver_; }
+  TShortTestForm& Form() { return form_; }
+
+ private:
+  class Variables : public IVarAccess {
+   public:
+    explicit Variables(const TKXEnvironment& environment) : environment_(environment) {}
+    virtual ~Variables() = default;
+
+    int QueryInterface(const char*, void**) override { return -1; }
+    int AddRef() override { return 1; }
+    int Release() override { return 1; }
+    const TKXValue* GetVariable(const std::string& name) override { return environment_.FindVariable(name); }
+    void AttachEdit(TKXEdit&) override {}
+
+   private:
+    const TKXEnvironment& environment_;
+  };
+
+  std::filesystem::path folder_;
+  std::string expectationFile_;
+  CallLog log_;
+  FakeClock clock_;
+  FakeDriver driver_{log_};
+  kxbench::ScriptParser parser_;
+  Variables variables_{parser_.GetEnvironment()};
+  TShortTestForm form_{nullptr};
+};
+
+}  // namespace shorttest::testkit
