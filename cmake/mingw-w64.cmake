@@ -14,6 +14,11 @@ if(NOT EXISTS "${prefix}/lib/mingw-unload.o")
   message(FATAL_ERROR "No libraries for Windows in ${prefix}. Run scripts/windows/prepare first.")
 endif()
 
+# Where this lies does not get into the programs: the same sources make the same bytes everywhere.
+get_filename_component(projectFolder "${CMAKE_CURRENT_LIST_DIR}/.." ABSOLUTE)
+set(CMAKE_CXX_FLAGS_INIT "-ffile-prefix-map=${projectFolder}=.")
+unset(projectFolder)
+
 # -static: the compiler's run-time libraries (libgcc, libstdc++, winpthread) go into each DLL and program, so that a
 # DLL needs nothing beside it but what it names. Libraries given by path, import libraries among them, are not touched.
 # --no-insert-timestamp: the same sources make the same bytes.

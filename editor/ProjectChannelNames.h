@@ -12,7 +12,7 @@ namespace shorttest {
 /// The file is read once and never written.
 class ProjectChannelNames {
  public:
-  /// Reads the file `fileName` (UTF-8 name), whatever of UTF-8, UTF-16 with byte order mark or Windows-1252
+  /// Reads the file `fileName` (UTF-8 name), whatever of UTF-8, UTF-16 with byte order mark or 8 bits
   /// it is written in. A file that is missing or cannot be read names no channel.
   explicit ProjectChannelNames(const std::string& fileName);
 

@@ -4,6 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace shorttest {
 namespace {
 
@@ -68,6 +72,25 @@ std::string FromUtf16(std::string_view bytes, bool bigEndian) {
   return utf8;
 }
 
+#ifdef _WIN32
+
+// The code page that the system's own ini functions read a file in.
+std::string FromSystemEncoding(std::string_view bytes) {
+  if (GetACP() == CP_UTF8) return FromWindows1252(bytes);
+  const int size = static_cast<int>(bytes.size());
+  std::wstring wide(bytes.size(), L'\0');  // never more units than bytes
+  wide.resize(
+      static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, wide.data(), size)));
+  return FromUtf16({reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof(wchar_t)}, false);
+}
+
+#else
+
+// Ini files come from Windows, wherever they are read.
+std::string FromSystemEncoding(std::string_view bytes) { return FromWindows1252(bytes); }
+
+#endif
+
 // Length of the valid UTF-8 sequence at the start of `bytes`; 0 when there is none.
 std::size_t SequenceLength(std::string_view bytes) {
   const auto lead = static_cast<std::uint8_t>(bytes[0]);
@@ -121,7 +144,7 @@ std::string FileTextToUtf8(std::string_view bytes) {
   if (TakeMark(bytes, Utf16LittleEndianMark)) return FromUtf16(bytes, false);
   if (TakeMark(bytes, Utf16BigEndianMark)) return FromUtf16(bytes, true);
   if (TakeMark(bytes, Utf8Mark)) return FromMarkedUtf8(bytes);
-  return IsUtf8(bytes) ? std::string(bytes) : FromWindows1252(bytes);
+  return IsUtf8(bytes) ? std::string(bytes) : FromSystemEncoding(bytes);
 }
 
 }  // namespace shorttest

@@ -31,7 +31,8 @@ int HardwareInitialisations() { return hardwareInitialisations; }
 HostSetup::HostSetup(const Options& options) : varAccess_(parser_.GetEnvironment()) {
   SetProjectVariables(options, parser_.GetEnvironment());
   if (options.device) HandOverDevice(*options.device);
-  AppendLibraryFolder(ProgramFolder() / "simulator");
+  // The driver beside the program, wherever the plug-in lies; the simulated one when there is no other.
+  AddLibraryFolders(ProgramFolder(), ProgramFolder() / "simulator");
   SetTestEnvironment(&testEnvironment_);
   SetVarAccess(&varAccess_);
 }

@@ -19,9 +19,10 @@ std::filesystem::path ProgramFolder();
 /// Sets a variable of this process's environment, for libraries loaded later too.
 void SetEnvironment(const std::string& name, const std::string& value);
 
-/// Lets libraries that are loaded from now on find the libraries they need in `folder` too, after every other
-/// place. For systems on which a library does not say itself where to look.
-void AppendLibraryFolder(const std::filesystem::path& folder);
+/// Lets libraries that are loaded from now on find the libraries they need in the folder `first` before the
+/// user's search path, and in `last` after it. What lies beside a library goes before both. For systems on
+/// which a library does not say itself where to look.
+void AddLibraryFolders(const std::filesystem::path& first, const std::filesystem::path& last);
 
 /// True when standard output is a terminal that shows colours, and the user did not refuse them (NO_COLOR).
 bool OutputShowsColours();

@@ -25,7 +25,7 @@ void SetEnvironment(const std::string& name, const std::string& value) {
 }
 
 /// Libraries carry their own run path here.
-void AppendLibraryFolder(const std::filesystem::path&) {}
+void AddLibraryFolders(const std::filesystem::path&, const std::filesystem::path&) {}
 
 bool OutputShowsColours() {
   const char* refused = std::getenv("NO_COLOR");

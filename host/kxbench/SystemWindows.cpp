@@ -45,11 +45,12 @@ void SetEnvironment(const std::string& name, const std::string& value) {
   if (_wputenv_s(wideName.c_str(), wideValue.c_str()) != 0) throw Failure("cannot set the variable " + name);
 }
 
-void AppendLibraryFolder(const std::filesystem::path& folder) {
-  // PATH is what the system searches last.
+void AddLibraryFolders(const std::filesystem::path& first, const std::filesystem::path& last) {
+  // For a library loaded by its whole name the system looks beside that library, no longer beside the
+  // program, and along PATH last.
   const wchar_t* before = _wgetenv(L"PATH");
   const std::wstring path =
-      (before == nullptr ? std::wstring() : before + std::wstring(L";")) + folder.wstring();
+      first.wstring() + L";" + (before == nullptr ? L"" : before + std::wstring(L";")) + last.wstring();
   if (_wputenv_s(L"PATH", path.c_str()) != 0) throw Failure("cannot set the variable PATH");
 }
 

@@ -14,6 +14,8 @@ use_wine() {
   # No menu entries, no offers to download a browser engine or a .NET replacement.
   export WINEDLLOVERRIDES="winemenubuilder.exe=;mscoree=;mshtml="
   export WINESERVER=$wine_server
+  # Wine takes the user's country from here; file names are in UTF-8.
+  export LC_ALL=C.UTF-8
   # The toolkit's DLLs.
   export WINEPATH="Z:$cross_prefix_link/lib/gcc_x64_dll"
 }

@@ -4,9 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 
+#include "data/ExpectationText.h"
 #include "data/ShorttestData.h"
 #include "tests/data/DataFixture.h"
 #include "tests/data/ForeignLines.h"
@@ -17,12 +17,6 @@ namespace {
 
 constexpr std::string_view LineFeed = "\n";
 constexpr std::string_view CarriageReturnLineFeed = "\r\n";
-
-// Characters that mean something to one of the two readers, some that mean nothing, and the ends of the
-// range.
-constexpr std::array<char, 27> Replacements{'0', '1', '2', '3',  '8',  '9',  ' ',    '\t',   'A',
-                                            'E', 'e', '=', ';',  '[',  ']',  '"',    '\'',   '.',
-                                            ',', '-', '+', '\r', '\n', '\0', '\x1A', '\x7F', '\xFF'};
 
 std::string Printable(const std::string& text) {
   std::string result;
@@ -57,44 +51,40 @@ class DamagedFile : public FileTest, public testing::WithParamInterface<FileKind
     return ReplaceAll(lines, "\r\n", GetParam().lineEnd);
   }
 
-  // Reads the content as a file and compares with the literal reading.
-  void ExpectReadAsItStands(const std::string& content, const std::string& damage) {
-    Write("damaged.exp", content);
+  // Compares a reading of the content with the literal one.
+  template <typename Read>
+  static void ExpectReadAsItStands(const std::string& content, const std::string& damage, Read read) {
     std::string difference;
     try {
-      difference =
-          Difference(TShortTestData(Name("damaged.exp")), ReadPlainly(content, GetParam().decimalSeparator));
+      difference = Difference(read(content), ReadPlainly(content, GetParam().decimalSeparator));
     } catch (const std::exception& error) {
       difference = std::string("exception: ") + error.what();
     }
     ASSERT_EQ(difference, "") << damage << "\n" << Printable(content);
   }
+  static void ExpectReadAsItStands(const std::string& content, const std::string& damage) {
+    ExpectReadAsItStands(content, damage, shorttest::ReadExpectationText);
+  }
+  void ExpectFileReadAsItStands(const std::string& content, const std::string& damage) const {
+    ExpectReadAsItStands(content, damage, [this](const std::string& text) {
+      Write("damaged.exp", text);
+      return TShortTestData(Name("damaged.exp"));
+    });
+  }
 };
 
 TEST_P(DamagedFile, UndamagedIsReadAsTheTwoReadersSay) {
-  ASSERT_NO_FATAL_FAILURE(ExpectReadAsItStands(ValidFile(), "none"));
+  ASSERT_NO_FATAL_FAILURE(ExpectFileReadAsItStands(ValidFile(), "none"));
 }
 
-TEST_P(DamagedFile, OneByteReplaced) {
+TEST_P(DamagedFile, OneByteReplacedByAnyOther) {
   const std::string valid = ValidFile();
   for (std::size_t position = 0; position < valid.size(); ++position) {
-    for (const char replacement : Replacements) {
+    for (int byte = 0; byte < 256; ++byte) {
       std::string content = valid;
-      content[position] = replacement;
-      ASSERT_NO_FATAL_FAILURE(
-          ExpectReadAsItStands(content, "byte " + std::to_string(position) + " replaced"));
-    }
-  }
-}
-
-TEST_P(DamagedFile, OneBitFlipped) {
-  const std::string valid = ValidFile();
-  for (std::size_t position = 0; position < valid.size(); ++position) {
-    for (int bit = 0; bit < 8; ++bit) {
-      std::string content = valid;
-      content[position] = static_cast<char>(static_cast<unsigned char>(content[position]) ^ (1U << bit));
-      ASSERT_NO_FATAL_FAILURE(
-          ExpectReadAsItStands(content, "bit of byte " + std::to_string(position) + " flipped"));
+      content[position] = static_cast<char>(byte);
+      ASSERT_NO_FATAL_FAILURE(ExpectReadAsItStands(
+          content, "byte " + std::to_string(position) + " replaced by " + std::to_string(byte)));
     }
   }
 }
@@ -108,13 +98,14 @@ TEST_P(DamagedFile, OneByteMissing) {
   }
 }
 
-TEST_P(DamagedFile, OneByteInserted) {
+TEST_P(DamagedFile, AnyByteInserted) {
   const std::string valid = ValidFile();
   for (std::size_t position = 0; position <= valid.size(); ++position) {
-    for (const char inserted : Replacements) {
+    for (int byte = 0; byte < 256; ++byte) {
       std::string content = valid;
-      content.insert(position, 1, inserted);
-      ASSERT_NO_FATAL_FAILURE(ExpectReadAsItStands(content, "byte inserted at " + std::to_string(position)));
+      content.insert(position, 1, static_cast<char>(byte));
+      ASSERT_NO_FATAL_FAILURE(ExpectReadAsItStands(
+          content, "byte " + std::to_string(byte) + " inserted at " + std::to_string(position)));
     }
   }
 }
@@ -122,7 +113,8 @@ TEST_P(DamagedFile, OneByteInserted) {
 TEST_P(DamagedFile, EveryTruncation) {
   const std::string valid = ValidFile();
   for (std::size_t size = 0; size < valid.size(); ++size) {
-    ASSERT_NO_FATAL_FAILURE(ExpectReadAsItStands(valid.substr(0, size), "cut to " + std::to_string(size)));
+    ASSERT_NO_FATAL_FAILURE(
+        ExpectFileReadAsItStands(valid.substr(0, size), "cut to " + std::to_string(size)));
   }
 }
 

@@ -84,6 +84,23 @@ TEST_F(FileAccessPosix, ALinkInTheCopysPlaceIsNotFollowed) {
   EXPECT_THAT(FolderContent(), ElementsAre("innocent", "old.exp"));
 }
 
+// The copy has a longer name than the file; where no such name is possible, the file can be read and not
+// saved.
+TEST_F(FileAccessPosix, ANameTooLongForItsCopyFailsAndLeavesTheFile) {
+  const std::string longest(255, 'x');
+  Write(longest, "old");
+  const auto error = Thrown<std::system_error>([&] { ReplaceWholeFile(Path(longest), "new"); });
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->code, std::errc::filename_too_long);
+  EXPECT_THAT(error->message, HasSubstr(longest));
+  EXPECT_EQ(Content(longest), "old");
+
+  const std::string longestSaved(250, 'y');
+  ReplaceWholeFile(Path(longestSaved), "new");
+  EXPECT_EQ(Content(longestSaved), "new");
+  EXPECT_THAT(FolderContent(), ElementsAre(longest, longestSaved));
+}
+
 // Endless devices and pipes that nobody writes to: refused, never read.
 TEST_F(FileAccessPosix, OnlyFilesAreRead) {
   ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);

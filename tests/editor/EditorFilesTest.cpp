@@ -2,17 +2,15 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <wx/app.h>
 #include <wx/button.h>
 #include <wx/filedlg.h>
-#include <wx/modalhook.h>
 #include <wx/textctrl.h>
 
 #include <filesystem>
-#include <utility>
 
 #include "editor/EditorDialog.h"
 #include "tests/editor/EditorFixture.h"
+#include "tests/editor/FileDialogUser.h"
 #include "tests/support/WidgetTest.h"
 
 namespace shorttest::testkit {
@@ -23,55 +21,7 @@ using ::testing::HasSubstr;
 using ::testing::SizeIs;
 using widget_test::Click;
 using widget_test::Press;
-using widget_test::Settle;
 using widget_test::Type;
-
-// Sits in front of the next file dialog: looks at it, types a name and presses Enter, or Escape without one.
-class FileDialogUser : public wxModalDialogHook {
- public:
-  explicit FileDialogUser(std::vector<std::string> names) : names_(std::move(names)) { Register(); }
-
-  int dialogs = 0;
-  long style = 0;
-  std::string directory;
-  std::string fileName;
-  std::string wildcard;
-
- protected:
-  int Enter(wxDialog* dialog) override {
-    auto* const files = dynamic_cast<wxFileDialog*>(dialog);
-    if (files == nullptr) return wxID_NONE;
-    if (std::exchange(entered_, !entered_)) return wxID_NONE;  // every file dialog is announced twice
-    ++dialogs;
-    style = files->GetWindowStyleFlag();
-    directory = files->GetDirectory().utf8_string();
-    fileName = files->GetFilename().utf8_string();
-    wildcard = files->GetWildcard().utf8_string();
-    const std::string name = names_.empty() ? "" : names_.front();
-    if (!names_.empty()) names_.erase(names_.begin());
-    widget_test::OnceModal([name] {
-      // The native dialog does not tell when it is active: the window behind it does.
-      const auto behind = [] { return ActiveShortTestForm->Window()->IsActive(); };
-      EXPECT_TRUE(widget_test::WaitFor([&behind] { return !behind(); }));
-      Settle();
-      if (name.empty()) return Press(WXK_ESCAPE);
-      Press('A', wxMOD_CONTROL);
-      Type(name);
-      Settle();
-      Press(WXK_DELETE);  // what the dialog has completed the name with
-      // The first Enter may only close the list of names that the dialog proposes.
-      for (int tries = 0; !behind() && tries < 5; ++tries) {
-        Press(WXK_RETURN);
-        widget_test::WaitFor(behind, 1000);
-      }
-    });
-    return wxID_NONE;  // go on and show it
-  }
-
- private:
-  std::vector<std::string> names_;
-  bool entered_ = false;
-};
 
 class EditorFiles : public EditorTest {
  protected:
@@ -188,7 +138,8 @@ TEST_F(EditorFiles, OpenStartsInTheProjectFolderWithoutAFilter) {
   Show([&] { Click(*form.BT_Fileopen); });
   EXPECT_EQ(std::filesystem::path(user.directory + "/").lexically_normal(),
             std::filesystem::path(ProjectFile("")).lexically_normal());
-  EXPECT_EQ(user.wildcard, wxString(wxFileSelectorDefaultWildcardStr).utf8_string());
+  // The toolkit may put a description in front.
+  EXPECT_THAT(user.wildcard, testing::EndsWith(wxString(wxFileSelectorDefaultWildcardStr).utf8_string()));
   EXPECT_EQ(user.style & (wxFD_OPEN | wxFD_FILE_MUST_EXIST | wxFD_CHANGE_DIR | wxFD_MULTIPLE),
             wxFD_OPEN | wxFD_FILE_MUST_EXIST);
 }
@@ -228,6 +179,34 @@ TEST_F(EditorFiles, SaveRefusesAReadOnlyFile) {
     ASSERT_THAT(messages.others, SizeIs(1));
     EXPECT_THAT(messages.others[0].text, HasSubstr("schreibgeschützt"));
   });
+}
+
+TEST_F(EditorFiles, RefusedNameToSaveComesBackForCorrection) {
+  UseExpectation(Wired(1, 2, 4));  // stands before the other in the dialog's list
+  Wired(1, 2, 4).SaveExpectationFile(ProjectFile("zu.dat"));
+  std::filesystem::permissions(ProjectFile("zu.dat"), std::filesystem::perms::owner_read);
+  FileDialogUser user({ProjectFile("zu"), ProjectFile("zu2")});
+  Show([&] {
+    Click(*form.BT_Filesave);
+    EXPECT_EQ(DataFileText(), "PROJEKTPFAD + \"zu2.dat\"");
+  });
+  EXPECT_THAT(messages.others, SizeIs(1));
+  EXPECT_THAT(user.shownNames, ElementsAre("kabel.dat", HasSubstr("zu")));
+  EXPECT_TRUE(std::filesystem::exists(ProjectFile("zu2.dat")));
+}
+
+TEST_F(EditorFiles, RefusedNameToOpenIsFollowedByAnotherChoice) {
+  const std::string file = UseExpectation(Wired(1, 2, 4));
+  Wired(3, 4, 5).SaveExpectationFile(ProjectFile("anders.dat"));
+  std::filesystem::permissions(file, std::filesystem::perms::owner_read);
+  FileDialogUser user({file, ProjectFile("anders.dat")});
+  Show([&] {
+    Click(*form.BT_Fileopen);
+    EXPECT_EQ(DataFileText(), "PROJEKTPFAD + \"anders.dat\"");
+    EXPECT_EQ(TextOf(form.Mm_Soll), "3 4");
+  });
+  EXPECT_THAT(messages.others, SizeIs(1));
+  EXPECT_EQ(user.dialogs, 2);
 }
 
 TEST_F(EditorFiles, SaveWritesTheDataAsItStands) {

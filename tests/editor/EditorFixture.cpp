@@ -1,7 +1,10 @@
 #include "tests/editor/EditorFixture.h"
 
+#include <wx/dialog.h>
 #include <wx/notebook.h>
 #include <wx/textctrl.h>
+#include <wx/timer.h>
+#include <wx/uiaction.h>
 #include <wx/utils.h>
 
 #include <cstdint>
@@ -23,6 +26,28 @@ std::filesystem::path MakeFolder() {
   std::filesystem::create_directories(folder);
   return folder;
 }
+
+// Closes what a test has left open, so that it fails instead of waiting for a user for ever.
+class Watchdog : public wxTimer {
+ public:
+  Watchdog() { Start(PatienceMs); }
+
+ private:
+  static constexpr int PatienceMs = 60000;
+  static constexpr int CloseAgainMs = 500;
+
+  void Notify() override {
+    if (GetInterval() == PatienceMs) {
+      ADD_FAILURE() << "the dialog is still open";
+      Start(CloseAgainMs);
+    }
+    wxUIActionSimulator().Char(WXK_ESCAPE);  // what the system has opened
+    for (wxWindow* const window : wxTopLevelWindows) {
+      auto* const dialog = dynamic_cast<wxDialog*>(window);
+      if (dialog != nullptr && dialog->IsModal()) dialog->EndModal(wxID_CANCEL);
+    }
+  }
+};
 
 }  // namespace
 
@@ -81,6 +106,7 @@ int EditorTest::Show(const std::function<void()>& script) {
     widget_test::Settle();
     if (form.ModalResult() == mrNone) form.Window()->Close();
   });
+  const Watchdog watchdog;
   return form.ShowModal();
 }
 
@@ -104,13 +130,17 @@ std::string EditorTest::UseExpectation(const TShortTestData& data) {
 
 void EditorTest::Enter(wxWindow& control) { widget_test::Click(control); }
 
-void EditorTest::Replace(wxWindow& control, const std::string& text) {
+void EditorTest::Replace(wxTextCtrl& control, const std::string& text) {
   Enter(control);
-  widget_test::Press('A', wxMOD_CONTROL);
-  if (text.empty()) {
-    widget_test::Press(WXK_DELETE);
-  } else {
-    widget_test::Type(text);
+  // On a busy machine keys get lost now and then.
+  for (int tries = 0; tries < 3 && (tries == 0 || TextOf(&control) != text); ++tries) {
+    widget_test::SelectAll();
+    if (text.empty()) {
+      widget_test::Press(WXK_DELETE);
+    } else {
+      widget_test::Type(text);
+    }
+    widget_test::WaitFor([&] { return TextOf(&control) == text; }, 1000);
   }
 }
 

@@ -76,7 +76,7 @@ class EditorTest : public ::testing::Test {
   CellState Channel(int channel) const { return Pair(channel, channel); }
 
   // What the user does.
-  static void Replace(wxWindow& control,
+  static void Replace(wxTextCtrl& control,
                       const std::string& text);  ///< clicks into it and types a new content
   static void Enter(wxWindow& control);          ///< clicks into it
   void ChoosePage(int page);

@@ -7,7 +7,6 @@
 #ifndef __WXGTK__
 #include <wx/dcmemory.h>
 #include <wx/dcscreen.h>
-#include <wx/image.h>
 #endif
 
 #include <array>
@@ -30,6 +29,7 @@ constexpr double WireOhm = 0.12;
 #ifdef __WXGTK__
 
 const char* const SystemName = "linux";
+const char* const Ending = ".png";
 
 // An outside program takes the picture: the toolkit's own view of the screen does not follow its changes.
 bool TakePicture(const wxRect& area, const std::string& file) {
@@ -43,6 +43,7 @@ bool TakePicture(const wxRect& area, const std::string& file) {
 #else
 
 const char* const SystemName = "windows";
+const char* const Ending = ".bmp";
 
 bool TakePicture(const wxRect& area, const std::string& file) {
   wxBitmap bitmap(area.GetSize());
@@ -50,8 +51,7 @@ bool TakePicture(const wxRect& area, const std::string& file) {
   wxMemoryDC picture(bitmap);
   picture.Blit(wxPoint(0, 0), area.GetSize(), &screen, area.GetPosition());
   picture.SelectObject(wxNullBitmap);
-  if (wxImage::FindHandler(wxBITMAP_TYPE_PNG) == nullptr) wxImage::AddHandler(new wxPNGHandler);
-  return bitmap.SaveFile(wxString::FromUTF8(file), wxBITMAP_TYPE_PNG);
+  return bitmap.SaveFile(wxString::FromUTF8(file), wxBITMAP_TYPE_BMP);  // what the toolkit writes by itself
 }
 
 #endif
@@ -141,7 +141,7 @@ void PictureStudio::PictureAt(int percent, const std::string& title, const std::
 
 void PictureStudio::Picture(const std::string& title, const std::string& name) const {
   widget_test::Settle();
-  const std::string file = (folder_ / (SystemName + ("-" + name) + ".png")).string();
+  const std::string file = (folder_ / (SystemName + ("-" + name) + Ending)).string();
   if (!TakePicture(WindowNamed(title).GetScreenRect(), file)) throw std::runtime_error("cannot take " + file);
   std::puts(file.c_str());
 }

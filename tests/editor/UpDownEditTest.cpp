@@ -38,7 +38,7 @@ class UpDown : public ::testing::Test {
   }
 
   void ReplaceTyping(const std::string& text) {
-    Press('A', wxMOD_CONTROL);
+    widget_test::SelectAll();
     Type(text);
   }
   void ClickArrow(bool up) const {
@@ -102,7 +102,7 @@ TEST_F(UpDown, PositionFollowsWhatIsTyped) {
 
 TEST_F(UpDown, EmptyEditKeepsThePosition) {
   ReplaceTyping("42");
-  Press('A', wxMOD_CONTROL);
+  widget_test::SelectAll();
   Press(WXK_DELETE);
   EXPECT_EQ(pair->Text(), "");
   EXPECT_EQ(pair->Position(), 42);

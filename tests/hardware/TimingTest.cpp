@@ -81,17 +81,26 @@ TEST(SystemClockTest, AMillisecondIsAtLeastAMillisecond) {
   EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1));
 }
 
+// The counter is read before and behind each tick, so that a machine that is busy in between proves nothing.
 TEST(SystemClockTest, TicksAreMillisecondsOfTheSameTime) {
   SystemClock system;
   ASSERT_GT(system.Frequency(), 0);
-  const std::uint32_t tick = system.TickCount();
-  const std::int64_t counter = system.Counter();
+  const auto milliseconds = [&](std::int64_t from, std::int64_t to) {
+    return 1000.0 * static_cast<double>(to - from) / static_cast<double>(system.Frequency());
+  };
+  const std::int64_t beforeFirst = system.Counter();
+  const std::uint32_t first = system.TickCount();
+  const std::int64_t behindFirst = system.Counter();
   DelaySeconds(0.02);
-  const auto ticks = static_cast<std::int32_t>(system.TickCount() - tick);
-  const double milliseconds =
-      1000.0 * static_cast<double>(system.Counter() - counter) / static_cast<double>(system.Frequency());
-  EXPECT_GE(milliseconds, 20.0);
-  EXPECT_NEAR(ticks, milliseconds, 20.0);  // the system's ticks may be 16 ms apart
+  const std::int64_t beforeSecond = system.Counter();
+  const std::uint32_t second = system.TickCount();
+  const std::int64_t behindSecond = system.Counter();
+
+  constexpr double Resolution = 20.0;  // the system's ticks may be 16 ms apart
+  const auto ticks = static_cast<std::int32_t>(second - first);
+  EXPECT_GE(milliseconds(behindFirst, beforeSecond), 20.0);
+  EXPECT_GE(ticks, milliseconds(behindFirst, beforeSecond) - Resolution);
+  EXPECT_LE(ticks, milliseconds(beforeFirst, behindSecond) + Resolution);
 }
 
 }  // namespace

@@ -57,6 +57,16 @@ void Press(int key, int modifiers) {
   Settle();
 }
 
+void SelectAll() {
+#ifdef _WIN32
+  // Not every version of the system's own edit takes Ctrl-A.
+  Press(WXK_HOME, wxMOD_CONTROL);
+  Press(WXK_END, wxMOD_CONTROL | wxMOD_SHIFT);
+#else
+  Press('A', wxMOD_CONTROL);
+#endif
+}
+
 void Type(const std::string& text) {
   for (std::size_t start = 0;;) {
     const std::size_t end = text.find('\n', start);

@@ -19,7 +19,7 @@ UserInterface& Windows();
 void SetWindows(UserInterface* userInterface);
 
 /// Lets the windows work until `condition` holds; false when it does not within `patienceMs`.
-bool WaitFor(const std::function<bool()>& condition, long patienceMs = 5000);
+bool WaitFor(const std::function<bool()>& condition, long patienceMs = 20000);
 
 /// Lets the windows work off all that is pending.
 void Settle();
@@ -32,6 +32,9 @@ void ClickAt(const wxPoint& point);
 
 /// Presses and releases a key, with modifiers (wxMOD_...), in whatever window has the keyboard.
 void Press(int key, int modifiers = 0);
+
+/// Selects the whole text of the control that has the keyboard.
+void SelectAll();
 
 /// Types a text; a line feed is the Enter key.
 void Type(const std::string& text);

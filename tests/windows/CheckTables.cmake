@@ -4,7 +4,8 @@ cmake_minimum_required(VERSION 3.25)
 #   OBJDUMP  the objdump that reads them
 #   FILE     the DLL or program
 #   EXPORTS  its exports, exactly, separated by commas; "any" when they do not matter
-#   IMPORTS  the DLLs it may need besides those of the system, separated by commas
+#   IMPORTS  the DLLs it needs besides those of the system, exactly, separated by commas
+#   STACK    the bytes it reserves for its main thread's stack; empty when that does not matter
 
 execute_process(COMMAND "${OBJDUMP}" -p "${FILE}" OUTPUT_VARIABLE tables COMMAND_ERROR_IS_FATAL ANY)
 
@@ -40,5 +41,13 @@ if(NOT EXPORTS STREQUAL "any")
   list(SORT expected)
   if(NOT names STREQUAL expected)
     message(SEND_ERROR "${FILE} exports ${names} instead of ${expected}")
+  endif()
+endif()
+
+if(STACK)
+  math(EXPR expected "${STACK}" OUTPUT_FORMAT HEXADECIMAL)
+  string(REGEX MATCH "SizeOfStackReserve[\t ]+0*([0-9a-f]+)" line "${tables}")
+  if(NOT "0x${CMAKE_MATCH_1}" STREQUAL expected)
+    message(SEND_ERROR "${FILE} reserves 0x${CMAKE_MATCH_1} bytes of stack instead of ${expected}")
   endif()
 endif()

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "data/UserLocale.h"
+#include "editor/TextEncoding.h"
 #include "hardware/DriverText.h"
 
 // The user's decimal separator and the system's 8-bit encoding, as Windows has them.
@@ -43,14 +44,23 @@ INSTANTIATE_TEST_SUITE_P(Settings, UserDecimalSeparator,
                                          Separator{"ArabicComma", L"٫", "٫"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(DriverTextOnWindows, IsInTheSystemsAnsiCodePage) {
-  const std::wstring text = L"Gerät antwortet nicht";
+// A text as a program of this system writes it that knows nothing of Unicode.
+std::string Ansi(const std::wstring& text) {
   char ansi[64] = {};
   BOOL lossy = FALSE;
   BOOL* const lossyIfKnown = GetACP() == CP_UTF8 ? nullptr : &lossy;
-  ASSERT_GT(WideCharToMultiByte(CP_ACP, 0, text.c_str(), -1, ansi, sizeof ansi, nullptr, lossyIfKnown), 0);
-  ASSERT_FALSE(lossy) << "this system's code page " << GetACP() << " has no umlauts";
-  EXPECT_EQ(shorttest::SystemTextToUtf8(ansi), "Gerät antwortet nicht");
+  EXPECT_GT(WideCharToMultiByte(CP_ACP, 0, text.c_str(), -1, ansi, sizeof ansi, nullptr, lossyIfKnown), 0);
+  EXPECT_FALSE(lossy) << "this system's code page " << GetACP() << " has no umlauts";
+  return ansi;
+}
+
+TEST(DriverTextOnWindows, IsInTheSystemsAnsiCodePage) {
+  EXPECT_EQ(shorttest::SystemTextToUtf8(Ansi(L"Gerät antwortet nicht")), "Gerät antwortet nicht");
+}
+
+TEST(IniTextOnWindows, IsInTheSystemsAnsiCodePage) {
+  EXPECT_EQ(shorttest::FileTextToUtf8(Ansi(L"[Scanner]\r\nRelais1=Tür groß")),
+            "[Scanner]\r\nRelais1=Tür groß");
 }
 
 }  // namespace

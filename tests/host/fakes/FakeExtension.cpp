@@ -1,5 +1,6 @@
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <memory>
@@ -37,7 +38,7 @@ std::string Environment(const char* name) {
 
 void Log(const std::string& line) {
   const std::string name = Environment("FAKE_LOG");
-  if (!name.empty()) std::ofstream(name, std::ios::app) << line << "\n";
+  if (!name.empty()) std::ofstream(name, std::ios::app | std::ios::binary) << line << "\n";
 }
 
 struct HostValues {
@@ -157,7 +158,7 @@ class FakeShortTest : public TKXFuncRunEdit {
   TKXRunEdit* Create(TKXParser* parser) const override { return new FakeShortTest(parser); }
   void Run(const TParamList& params) override {
     const std::string name = TStringValue::GetVal(params.GetValue("Datafile"));
-    std::ifstream file(name);
+    std::ifstream file(std::filesystem::path(std::u8string(name.begin(), name.end())));
     if (!file) throw ExtensionFailure("cannot open " + name);
     for (std::string line; std::getline(file, line);) CarryOut(line);
   }

@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <string>
 
 #include "platform/UserInterfaceModule.h"
 
@@ -8,6 +9,11 @@
 /// answers. What it does goes to standard error.
 
 namespace {
+
+void Tell(const std::string& line) {
+  std::fputs((line + "\n").c_str(), stderr);
+  std::fflush(stderr);  // not every C library writes errors at once
+}
 
 class FakeProgress : public ProgressDialog {
  public:
@@ -24,11 +30,11 @@ class FakeProgress : public ProgressDialog {
 
 class FakeUserInterface : public UserInterface {
  public:
-  explicit FakeUserInterface(int answer) : answer_(answer) { std::fputs("windows started\n", stderr); }
-  ~FakeUserInterface() override { std::fputs("windows ended\n", stderr); }
+  explicit FakeUserInterface(int answer) : answer_(answer) { Tell("windows started"); }
+  ~FakeUserInterface() override { Tell("windows ended"); }
   void ProcessMessages() override {}
   int ShowMessage(const MessageBoxRequest& request) override {
-    std::fprintf(stderr, "window: %s\n", request.text.c_str());
+    Tell("window: " + request.text);
     return answer_;
   }
   std::unique_ptr<ProgressDialog> CreateProgressDialog(const ProgressDialogLayout&) override {

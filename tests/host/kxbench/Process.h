@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-/// The program as a process of its own, with the fakes beside it.
+/// The program as a process of its own, with the fakes beside it. All texts are UTF-8.
 
 struct ProcessResult {
-  int status;  ///< exit status, or the negative number of the signal that ended the process
+  int status;  ///< exit status; on Linux also the negative number of the signal that ended the process
   std::string output;
   std::string errors;
 };
@@ -18,12 +18,16 @@ struct Process {
   std::vector<std::string> arguments;
   std::map<std::string, std::string> environment;  ///< added to the test's own
   std::string folder;                              ///< current folder; empty for the test's own
-  std::string outputFile;                          ///< where standard output goes; empty to collect it
-  bool outputUnread = false;                       ///< standard output is a pipe whose reader has gone
+#ifndef _WIN32
+  std::string outputFile;  ///< where standard output goes; empty to collect it
+#endif
+  bool outputUnread = false;  ///< standard output is a pipe whose reader has gone
 
   /// Starts the process and waits for its end.
   ProcessResult Run() const;
 
+#ifndef _WIN32
   /// Starts the process, sends `signal` once the file `when` holds text, and waits for its end.
   ProcessResult RunAndSignal(int signal, const std::string& when) const;
+#endif
 };

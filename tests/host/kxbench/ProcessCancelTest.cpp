@@ -17,6 +17,9 @@ class KxbenchCancel : public KxbenchProcess {
   std::string Log() const { return (folder_.Path() / "log").string(); }
 };
 
+// Windows tells a program of Ctrl-C through its console: tests/ui_terminal/InterruptTest.cpp.
+#ifndef _WIN32
+
 class KxbenchSignal : public KxbenchCancel, public testing::WithParamInterface<int> {};
 
 TEST_P(KxbenchSignal, IsTheCancelButton) {
@@ -45,6 +48,8 @@ TEST_F(KxbenchCancel, SignalCancelsWithWindowsToo) {
   EXPECT_EQ(result.status, 3);
   EXPECT_THAT(folder_.Read("log"), testing::HasSubstr("relays open\n"));
 }
+
+#endif
 
 TEST_F(KxbenchCancel, CancelEndsTheScriptAfterTheCommand) {
   Does("good.dat", GoodDevice);

@@ -43,7 +43,11 @@ TEST_F(KxbenchProcess, RecordsStandAloneOnStandardOutputInTheirOrder) {
 }
 
 TEST_F(KxbenchProcess, CheckTakesAnyFileName) {
+#ifdef _WIN32
+  const std::string name = "Prüfling '7' + (alt).dat";
+#else
   const std::string name = "Prüfling \"7\" // + (alt).dat";
+#endif
   Does(name, GoodDevice);
   EXPECT_EQ(Run({"check", name}).status, 0);
 }
@@ -116,7 +120,7 @@ TEST_F(KxbenchProcess, InfoDescribesTheExtension) {
             "Description:  Extension for tests\n"
             "Definitions:  Data\\FakeCommands.def\n"
             "Library:      " +
-                Fake("bench/ShortTest.so") +
+                Fake("bench/" + Library("ShortTest")) +
                 "\n"
                 "\n"
                 "Command 10020:  procedure ShortTest(Datafile : String)\n"

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -12,11 +13,31 @@
 /// Runs kxbench in a folder of its own, with the fake extension beside the program.
 class KxbenchProcess : public testing::Test {
  protected:
-  static std::string Fake(const std::string& name) { return std::string(FAKES_FOLDER) + "/" + name; }
+  /// Whole name of a file among the fakes.
+  static std::string Fake(const std::string& name) {
+    return std::filesystem::absolute(std::filesystem::path(FAKES_FOLDER) / name).make_preferred().string();
+  }
+
+  /// File name of a library that is loaded by its own name.
+  static std::string Library(const std::string& name) {
+#ifdef _WIN32
+    return name + ".dll";
+#else
+    return name + ".so";
+#endif
+  }
+
+  static std::string Program() {
+#ifdef _WIN32
+    return "kxbench.exe";
+#else
+    return "kxbench";
+#endif
+  }
 
   Process Kxbench(const std::vector<std::string>& arguments) {
     Process process;
-    process.program = Fake("bench/kxbench");
+    process.program = Fake("bench/" + Program());
     process.arguments = arguments;
     process.environment = environment_;
     process.folder = folder_.Path().string();

@@ -23,9 +23,9 @@ class TemporaryFolder {
 
   const std::filesystem::path& Path() const { return path_; }
 
-  /// Writes a file and gives its whole name.
+  /// Writes a file, its name in UTF-8, and gives its whole name.
   std::string Write(const std::string& name, const std::string& content) const {
-    const std::filesystem::path file = path_ / name;
+    const std::filesystem::path file = path_ / std::u8string(name.begin(), name.end());
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary) << content;
     return file.string();

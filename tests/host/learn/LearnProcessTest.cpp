@@ -1,7 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 
 #include "tests/host/kxbench/Process.h"
 #include "tests/host/kxbench/TemporaryFolder.h"
@@ -14,7 +17,7 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 std::string Example(const std::string& harness, const std::string& file) {
-  return std::string(EXAMPLES_FOLDER) + "/" + harness + "/" + file;
+  return std::filesystem::absolute(std::filesystem::path(EXAMPLES_FOLDER) / harness / file).string();
 }
 
 std::string Content(const std::filesystem::path& file) {
@@ -75,6 +78,7 @@ TEST_F(LearnProcess, ThenCheckOfTheSameDeviceFindsNothing) {
   EXPECT_THAT(result.output, HasSubstr("  Verbindungstest  7    expected 7\n"));
 }
 
+#ifndef _WIN32
 TEST_F(LearnProcess, CtrlCLeavesTheFileAsItWas) {
   Copy("trailer-adapter");
   // The trace shows that learning has begun; a channel that stays charged keeps it busy.
@@ -86,6 +90,7 @@ TEST_F(LearnProcess, CtrlCLeavesTheFileAsItWas) {
   EXPECT_EQ(result.errors, "kxbench: learn copy.dat: cancelled, nothing was saved\n");
   EXPECT_EQ(folder_.Read("copy.dat"), Content(Example("trailer-adapter", "trailer-adapter.dat")));
 }
+#endif
 
 TEST_F(LearnProcess, RangeBeyondTheTesterIsRefused) {
   const ProcessResult result = Kxbench({"--device", Example("trailer-adapter", "good.device"), "learn",
@@ -102,7 +107,8 @@ TEST_F(LearnProcess, WithoutADeviceIsOneClearLine) {
   process.environment["BRENMOR_DEVICE"] = "";
   const ProcessResult result = process.Run();
   EXPECT_EQ(result.status, 2);
-  EXPECT_THAT(result.errors, testing::MatchesRegex("kxbench: learn new.dat: [^\n]+\n"));
+  EXPECT_THAT(result.errors, StartsWith("kxbench: learn new.dat: "));
+  EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1) << result.errors;
 }
 
 }  // namespace

@@ -1,5 +1,3 @@
-#include "tests/host/kxbench/Process.h"
-
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
@@ -12,6 +10,8 @@
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
+
+#include "tests/host/kxbench/Process.h"
 
 namespace {
 

@@ -1,0 +1,42 @@
+# The nets that take the most merging, on the call stack that the program has: 240 channels all connected, and two
+# nets of 120 with a short between them. FOLDER: where the files go.
+cmake_minimum_required(VERSION 3.25)
+include("${CMAKE_CURRENT_LIST_DIR}/Run.cmake")
+
+# write_device(NAME CHANNEL...): a device of five cards whose channels are one net, or two where 0 stands between.
+function(write_device name)
+  list(JOIN ARGN " " channels)
+  string(REPLACE " 0 " "\nnet " channels "${channels}")
+  file(WRITE "${FOLDER}/${name}.device" "cards 5\nnet ${channels}\n")
+endfunction()
+
+foreach(channel RANGE 1 240)
+  list(APPEND all ${channel})
+  if(channel LESS_EQUAL 120)
+    list(APPEND lower ${channel})
+  else()
+    list(APPEND upper ${channel})
+  endif()
+endforeach()
+file(REMOVE_RECURSE "${FOLDER}")
+file(MAKE_DIRECTORY "${FOLDER}")
+write_device(one ${all})
+write_device(two ${lower} 0 ${upper})
+
+foreach(device IN ITEMS one two)
+  run_bench(--device "${FOLDER}/${device}.device" --channels 1-240 learn "${FOLDER}/${device}.dat")
+  expect("exit status of learning ${device}" "${status}" 0)
+endforeach()
+
+# 28680 pairs of 240 channels, 14280 within two nets of 120.
+run_bench(--format records --device "${FOLDER}/one.device" check "${FOLDER}/one.dat")
+expect("records of one net" "${output}" "Verbindungstest|28680|28680||28680||\nKurzschlusstest|0|0||0||\n")
+run_bench(--format records --device "${FOLDER}/two.device" check "${FOLDER}/two.dat")
+expect("records of two nets" "${output}" "Verbindungstest|14280|14280||14280||\nKurzschlusstest|0|0||0||\n")
+
+# The short joins the two nets while the check runs.
+run_bench(--format records --device "${FOLDER}/one.device" check "${FOLDER}/two.dat")
+expect("exit status of the short" "${status}" 1)
+if(NOT output MATCHES "^Kurzschluss|Kurzschluss zwischen")
+  message(SEND_ERROR "records of the short:\n${output}")
+endif()

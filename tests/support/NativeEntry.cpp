@@ -1,0 +1,79 @@
+#include "tests/support/NativeEntry.h"
+
+#ifdef _WIN32
+
+#include <windows.h>
+
+#include <array>
+
+namespace widget_test {
+
+std::optional<std::string> TextOfFocusedEntry() {
+  const HWND focused = GetFocus();
+  std::array<wchar_t, 1024> buffer{};
+  if (focused == nullptr || GetClassNameW(focused, buffer.data(), static_cast<int>(buffer.size())) == 0 ||
+      std::wstring(buffer.data()) != L"Edit") {
+    return std::nullopt;
+  }
+  GetWindowTextW(focused, buffer.data(), static_cast<int>(buffer.size()));
+  std::array<char, 4096> text{};
+  WideCharToMultiByte(CP_UTF8, 0, buffer.data(), -1, text.data(), static_cast<int>(text.size()), nullptr,
+                      nullptr);
+  return std::string(text.data());
+}
+
+}  // namespace widget_test
+
+#else
+
+#include <dlfcn.h>
+
+#include <cstddef>
+
+namespace widget_test {
+namespace {
+
+// The toolkit below the toolkit, without its headers: the functions are looked up in the running program.
+struct List {
+  void* data;
+  List* next;
+  List* previous;
+};
+
+template <typename Function>
+Function Find(const char* name) {
+  return reinterpret_cast<Function>(dlsym(RTLD_DEFAULT, name));
+}
+
+void* FocusedWidget() {
+  static const auto listWindows = Find<List* (*)()>("gtk_window_list_toplevels");
+  static const auto freeList = Find<void (*)(List*)>("g_list_free");
+  static const auto isActive = Find<int (*)(void*)>("gtk_window_is_active");
+  static const auto focusOf = Find<void* (*)(void*)>("gtk_window_get_focus");
+  List* const windows = listWindows();
+  void* focused = nullptr;
+  for (const List* window = windows; window != nullptr; window = window->next) {
+    if (isActive(window->data) != 0) focused = focusOf(window->data);
+  }
+  freeList(windows);
+  return focused;
+}
+
+bool IsEntry(void* widget) {
+  static const auto entryType = Find<std::size_t (*)()>("gtk_entry_get_type");
+  static const auto isA = Find<int (*)(void*, std::size_t)>("g_type_check_instance_is_a");
+  return isA(widget, entryType()) != 0;
+}
+
+}  // namespace
+
+std::optional<std::string> TextOfFocusedEntry() {
+  static const auto textOf = Find<const char* (*)(void*)>("gtk_entry_get_text");
+  void* const widget = FocusedWidget();
+  if (widget == nullptr || !IsEntry(widget)) return std::nullopt;
+  return std::string(textOf(widget));
+}
+
+}  // namespace widget_test
+
+#endif
