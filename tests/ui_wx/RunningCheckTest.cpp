@@ -170,7 +170,11 @@ TEST_F(RunningCheck, EscapeTellsTheHostOnce) {
 }
 
 TEST_F(RunningCheck, CloseBoxStopsWithoutTellingTheHost) {
-  Run([] { Press(WXK_F4, wxMOD_ALT); });
+  Run([] {
+    Press(WXK_F4, wxMOD_ALT);
+    EXPECT_TRUE(
+        WaitFor([] { return !Window()->IsShown(); }));  // the window manager closes it in its own time
+  });
   EXPECT_TRUE(happened);
   EXPECT_EQ(log.Count("read"), 1);
   EXPECT_EQ(environment.Cancels(), 0);
