@@ -169,7 +169,9 @@ TEST_F(EditorLearning, EscapeHalfWayStopsToo) {
 
 TEST_F(EditorLearning, CloseBoxHalfWayStopsToo) {
   UseSmallDevice();
-  AtPercent(30, [] { Press(WXK_F4, wxMOD_ALT); });
+  AtPercent(30, [this] {
+    EXPECT_TRUE(widget_test::PressCloseBox([this] { return form.ModalResult() != mrNone; }));
+  });
   EXPECT_EQ(Show([this] { Click(*form.BT_Learn); }), mrCancel);
   EXPECT_TRUE(driver.AllRelaysOpen());
 }

@@ -284,7 +284,10 @@ TEST_F(EditorWindow, EnterIsOk) {
 }
 
 TEST_F(EditorWindow, CloseBoxCancels) {
-  EXPECT_EQ(Show([] { Press(WXK_F4, wxMOD_ALT); }), mrCancel);
+  EXPECT_EQ(Show([this] {
+              EXPECT_TRUE(widget_test::PressCloseBox([this] { return form.ModalResult() != mrNone; }));
+            }),
+            mrCancel);
 }
 
 TEST_F(EditorWindow, AbbruchCancels) {

@@ -57,6 +57,14 @@ void Press(int key, int modifiers) {
   Settle();
 }
 
+bool PressCloseBox(const std::function<bool()>& closed) {
+  for (int tries = 0; tries < 10; ++tries) {
+    Press(WXK_F4, wxMOD_ALT);
+    if (WaitFor(closed, 2000)) return true;
+  }
+  return false;
+}
+
 void SelectAll() {
 #ifdef _WIN32
   // Not every version of the system's own edit takes Ctrl-A.

@@ -104,8 +104,7 @@ TEST_F(CheckProgress, SpacePressesTheFocusedButton) {
 
 TEST_F(CheckProgress, CloseBoxHidesItAndLeavesTheModalResult) {
   Show();
-  Press(WXK_F4, wxMOD_ALT);  // the window manager's key for the close box
-  EXPECT_TRUE(WaitFor([this] { return !dialog->Visible(); }));
+  EXPECT_TRUE(widget_test::PressCloseBox([this] { return !dialog->Visible(); }));
   EXPECT_EQ(dialog->GetModalResult(), mrNone);
 }
 
