@@ -33,8 +33,8 @@ void ClickAt(const wxPoint& point);
 /// Presses and releases a key, with modifiers (wxMOD_...), in whatever window has the keyboard.
 void Press(int key, int modifiers = 0);
 
-/// Presses the window manager's key for the close box until `closed` holds: a manager that has just started may
-/// miss it. False when it never holds.
+/// Presses the window manager's key for the close box until `closed` holds: a manager that has just started
+/// may miss it. False when it never holds.
 bool PressCloseBox(const std::function<bool()>& closed);
 
 /// Selects the whole text of the control that has the keyboard.
