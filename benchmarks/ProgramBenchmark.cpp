@@ -71,6 +71,7 @@ void StartToExit(benchmark::State& state) {
   data.SaveExpectationFile(file);
   const double floor = FloorSeconds(data, nets);
   setenv("LD_LIBRARY_PATH", (ProgramFolder() / "instant").c_str(), 1);
+  RunKxbench(file);  // the first start reads the libraries from the disk
   double worst = 0.0;
   for ([[maybe_unused]] auto _ : state) {
     const auto start = std::chrono::steady_clock::now();

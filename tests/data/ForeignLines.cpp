@@ -44,21 +44,22 @@ const std::set<std::string>& OurKeys() {
 
 std::vector<std::string> ForeignLines(std::string_view content) {
   std::vector<std::string> foreign;
-  std::set<std::string> met;  // sections, and keys as section/key
-  std::string section;        // the one we are in, if it is ours
+  std::set<std::string> metSections;
+  std::set<std::string> metKeys;  // as section/key, which a section may be called too
+  std::string section;            // the one we are in, if it is ours
   for (const std::string& line : Lines(content)) {
     const std::string name = Name(line);
     if (!name.empty() && IsHeader(name)) {
       const std::string header = name.substr(1, name.rfind(']') - 1);
       const bool ours = header == "BEREICH" || header == "OPTION" || header == "DATEN";
-      const bool first = header == "DATEN" || met.insert(header).second;
+      const bool first = header == "DATEN" || metSections.insert(header).second;
       section = ours && first ? header : "";
       if (!section.empty()) continue;
     } else if (section == "DATEN") {
       continue;
     } else if (!section.empty() && !name.empty() && name[0] != ';' && name.find('=') != std::string::npos) {
       const std::string key = section + "/" + Name(name.substr(0, name.find('=')));
-      if (OurKeys().count(key) != 0 && met.insert(key).second) continue;
+      if (OurKeys().count(key) != 0 && metKeys.insert(key).second) continue;
     }
     foreign.push_back(line);
   }
