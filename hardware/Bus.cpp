@@ -143,8 +143,9 @@ std::optional<std::int32_t> CardBehindRange(const TShortTestData& data) noexcept
   for (std::int32_t i = 0; i <= data.Highconnections(); ++i) {
     if (data.Get(i, i) != CellState::Suspended) return std::nullopt;
   }
-  if (data.bis % ChannelsPerCard != 0) return std::nullopt;
-  return data.AnzahlKarten();
+  const std::int32_t cards = data.AnzahlKarten();
+  if (cards > MaxCards || data.bis != cards * ChannelsPerCard) return std::nullopt;
+  return cards;
 }
 
 void ReleaseLine(std::int32_t card, std::int32_t line) noexcept {

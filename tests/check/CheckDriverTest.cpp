@@ -74,6 +74,13 @@ TEST_F(CheckDriver, WithEveryChannelSuspendedAndTheOneBehindOnTheSameCardTheClea
   EXPECT_TRUE(driver.AllRelaysOpen());
 }
 
+TEST_F(CheckDriver, AnEmptyRangeBeforeTheFirstCardHasNothingBehindIt) {
+  data = TShortTestData(1, 0);
+  Check();
+  EXPECT_TRUE(log.Text().ends_with(End(1))) << log.Text();
+  EXPECT_TRUE(driver.AllRelaysOpen());
+}
+
 TEST_F(CheckDriver, ASingleChannel) {
   Expect(240, "8");
   Check();

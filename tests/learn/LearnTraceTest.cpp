@@ -139,6 +139,15 @@ TEST_F(LearnTrace, TheOneBehindTheRangeIsOpenedAlsoOnAnotherCard) {
   EXPECT_TRUE(driver.AllRelaysOpen());
 }
 
+TEST_F(LearnTrace, ChannelsSuspendedWhileLearningLeaveNothingBehindTheRange) {
+  Channels(47, 48);
+  data.U_Control = 1;
+  driver.Live(48, 5.0);
+  Learn();
+  EXPECT_EQ(MatrixText(data), "9 49");
+  EXPECT_TRUE(log.Text().ends_with(ReleaseAll(1) + Progress(1.0))) << log.Text();
+}
+
 TEST_F(LearnTrace, AnEmptyRangeMeasuresNothing) {
   Channels(4, 3);
   Learn();
