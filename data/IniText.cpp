@@ -3,19 +3,13 @@
 #include <algorithm>
 
 #include "data/NumberText.h"
+#include "data/Trim.h"
 
 namespace shorttest {
 namespace {
 
 constexpr std::string_view Utf8ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view LineEnd = "\r\n";
-
-std::string_view Trim(std::string_view text) {
-  constexpr std::string_view Blanks = " \t\v\f";
-  const std::size_t first = text.find_first_not_of(Blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
-}
 
 char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 

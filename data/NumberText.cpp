@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <system_error>
 
+#include "data/Trim.h"
 #include "data/UserLocale.h"
 
 namespace shorttest {
@@ -55,13 +56,6 @@ std::string ScientificText(const DecimalDigits& decimal) {
   std::string text(1, decimal.digits[0]);
   if (decimal.digits.size() > 1) text += DecimalSeparator() + decimal.digits.substr(1);
   return text + "E" + std::to_string(decimal.exponent);
-}
-
-std::string_view Trim(std::string_view text) {
-  constexpr std::string_view Blanks = " \t\r\n";
-  const std::size_t first = text.find_first_not_of(Blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
 }
 
 std::size_t CountDigits(std::string_view text) {

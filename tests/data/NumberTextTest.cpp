@@ -132,18 +132,17 @@ TEST_P(TextToFloatTest, WithAComma) {
 
 INSTANTIATE_TEST_SUITE_P(
     Reads, TextToFloatTest,
-    testing::Values(ParseCase{"Whole", "10", 10.0}, ParseCase{"Fraction", "2.5", 2.5},
-                    ParseCase{"Negative", "-2.5", -2.5}, ParseCase{"Plus", "+2.5", 2.5},
-                    ParseCase{"BlanksAround", " \t2.5 \r\n", 2.5}, ParseCase{"NoIntegerPart", ".5", 0.5},
-                    ParseCase{"MinusWithoutIntegerPart", "-.5", -0.5}, ParseCase{"NoFraction", "5.", 5.0},
-                    ParseCase{"LeadingZeros", "007.250", 7.25}, ParseCase{"Exponent", "1E3", 1000.0},
-                    ParseCase{"SmallExponentLetter", "1e3", 1000.0},
-                    ParseCase{"SignedExponents", "1.5E+3", 1500.0},
-                    ParseCase{"NegativeExponent", "15E-1", 1.5},
-                    ParseCase{"ExponentBehindSeparator", "5.E1", 50.0}, ParseCase{"Zero", "0", 0.0},
-                    ParseCase{"ZeroWithAnyExponent", "0E-400", 0.0},
-                    ParseCase{"Smallest", "4.9E-324", 4.9e-324},
-                    ParseCase{"LargestWritten", "1.79769313486231E308", 1.79769313486231e308}),
+    testing::Values(
+        ParseCase{"Whole", "10", 10.0}, ParseCase{"Fraction", "2.5", 2.5},
+        ParseCase{"Negative", "-2.5", -2.5}, ParseCase{"Plus", "+2.5", 2.5},
+        ParseCase{"BlanksAround", " \t2.5 \r\n", 2.5}, ParseCase{"FormFeedsAround", "\f2.5\v", 2.5},
+        ParseCase{"NoIntegerPart", ".5", 0.5}, ParseCase{"MinusWithoutIntegerPart", "-.5", -0.5},
+        ParseCase{"NoFraction", "5.", 5.0}, ParseCase{"LeadingZeros", "007.250", 7.25},
+        ParseCase{"Exponent", "1E3", 1000.0}, ParseCase{"SmallExponentLetter", "1e3", 1000.0},
+        ParseCase{"SignedExponents", "1.5E+3", 1500.0}, ParseCase{"NegativeExponent", "15E-1", 1.5},
+        ParseCase{"ExponentBehindSeparator", "5.E1", 50.0}, ParseCase{"Zero", "0", 0.0},
+        ParseCase{"ZeroWithAnyExponent", "0E-400", 0.0}, ParseCase{"Smallest", "4.9E-324", 4.9e-324},
+        ParseCase{"LargestWritten", "1.79769313486231E308", 1.79769313486231e308}),
     CaseName());
 
 INSTANTIATE_TEST_SUITE_P(
@@ -232,6 +231,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(IntegerCase{"Zero", "0", 0}, IntegerCase{"Positive", "42", 42},
                     IntegerCase{"Negative", "-42", -42}, IntegerCase{"Plus", "+42", 42},
                     IntegerCase{"LeadingZeros", "0042", 42}, IntegerCase{"BlanksAround", " \t42 \r\n", 42},
+                    IntegerCase{"FormFeedsAround", "\f42\v", 42},
                     IntegerCase{"Largest", "2147483647", 2147483647},
                     IntegerCase{"Smallest", "-2147483648", std::numeric_limits<std::int32_t>::min()}),
     CaseName());
