@@ -3,9 +3,9 @@
 
 #include <string>
 
+#include "data/SystemText.h"
 #include "data/UserLocale.h"
 #include "editor/TextEncoding.h"
-#include "hardware/DriverText.h"
 
 // The user's decimal separator and the system's 8-bit encoding, as Windows has them.
 
@@ -54,7 +54,7 @@ std::string Ansi(const std::wstring& text) {
   return ansi;
 }
 
-TEST(DriverTextOnWindows, IsInTheSystemsAnsiCodePage) {
+TEST(SystemTextOnWindows, IsInTheSystemsAnsiCodePage) {
   EXPECT_EQ(shorttest::SystemTextToUtf8(Ansi(L"Gerät antwortet nicht")), "Gerät antwortet nicht");
 }
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "hardware/DriverText.h"
+#include "data/SystemText.h"
 
 namespace shorttest::testkit {
 namespace {
