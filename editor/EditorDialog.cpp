@@ -97,13 +97,23 @@ void EditorDialog::OnKillFocus(wxFocusEvent& event) {
   });
 }
 
-// The toolkit acts on the letters of buttons alone, and only some systems on those of labels. It is left to
-// press a button that nothing else shares the letter with.
+// Not left to the toolkit: it does not act on the letters of labels everywhere, and on those of buttons only
+// where the keyboard is in the same panel. A button that nothing else shares the letter with is pressed, and
+// the keyboard stays where it is.
 bool EditorDialog::GoToAccelerator(wchar_t letter) {
   wxWindow* const target = NextTarget(letter);
   if (target == nullptr) return false;
-  if (dynamic_cast<wxButton*>(target) != nullptr && accelerators_.at(letter).size() == 1) return false;
-  target->SetFocus();
+  auto* const button = dynamic_cast<wxButton*>(target);
+  if (button == nullptr || accelerators_.at(letter).size() > 1) {
+    target->SetFocus();
+    return true;
+  }
+  // The key is dealt with first: what the button starts may take long.
+  CallAfter([button] {
+    wxCommandEvent click(wxEVT_BUTTON, button->GetId());
+    click.SetEventObject(button);
+    if (button->IsEnabled()) button->Command(click);
+  });
   return true;
 }
 
