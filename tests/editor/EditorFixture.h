@@ -5,37 +5,18 @@
 
 #include <filesystem>
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
 #include "editor/GUI_ShortTest.h"
 #include "editor/UpDownEdit.h"
 #include "host/framework/ScriptEnvironment.h"
-#include "platform/Kxcommandinterfaces.h"
+#include "tests/editor/ProjectVariables.h"
 #include "tests/support/CallLog.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeDriver.h"
 
 namespace shorttest::testkit {
-
-/// The host's variables, for a dialog under test.
-class Variables : public IVarAccess {
- public:
-  explicit Variables(const TKXEnvironment& environment) : environment_(environment) {}
-  virtual ~Variables() = default;
-
-  int QueryInterface(const char*, void**) override { return -1; }
-  int AddRef() override { return 1; }
-  int Release() override { return 1; }
-  const TKXValue* GetVariable(const std::string& name) override { return environment_.FindVariable(name); }
-  void AttachEdit(TKXEdit& edit) override { attached.push_back(&edit); }
-
-  std::vector<TKXEdit*> attached;
-
- private:
-  const TKXEnvironment& environment_;
-};
 
 /// Real windows, but message boxes are read and answered on the spot.
 class ReadMessages : public UserInterface {
@@ -91,7 +72,7 @@ class EditorTest : public ::testing::Test {
   FakeClock clock;
   FakeDriver driver{log};
   kxbench::ScriptParser parser;
-  Variables variables{parser.GetEnvironment()};
+  ProjectVariables variables{parser.GetEnvironment()};
   ReadMessages messages;
   int breInits = 0;
   std::filesystem::path folder;

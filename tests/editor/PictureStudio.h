@@ -9,7 +9,7 @@
 #include "data/ShorttestData.h"
 #include "editor/GUI_ShortTest.h"
 #include "host/framework/ScriptEnvironment.h"
-#include "platform/Kxcommandinterfaces.h"
+#include "tests/editor/ProjectVariables.h"
 #include "tests/support/CallLog.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeDriver.h"
@@ -50,28 +50,13 @@ class PictureStudio {
   TShortTestForm& Form() { return form_; }
 
  private:
-  class Variables : public IVarAccess {
-   public:
-    explicit Variables(const TKXEnvironment& environment) : environment_(environment) {}
-    virtual ~Variables() = default;
-
-    int QueryInterface(const char*, void**) override { return -1; }
-    int AddRef() override { return 1; }
-    int Release() override { return 1; }
-    const TKXValue* GetVariable(const std::string& name) override { return environment_.FindVariable(name); }
-    void AttachEdit(TKXEdit&) override {}
-
-   private:
-    const TKXEnvironment& environment_;
-  };
-
   std::filesystem::path folder_;
   std::string expectationFile_;
   CallLog log_;
   FakeClock clock_;
   FakeDriver driver_{log_};
   kxbench::ScriptParser parser_;
-  Variables variables_{parser_.GetEnvironment()};
+  ProjectVariables variables_{parser_.GetEnvironment()};
   TShortTestForm form_{nullptr};
 };
 

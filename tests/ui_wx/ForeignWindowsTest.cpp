@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "tests/support/WidgetTest.h"
+#include "tests/ui_wx/ProgressLayout.h"
 
 // The windows of the thread that the toolkit knows nothing of: those of a host written without it.
 
@@ -47,18 +48,7 @@ constexpr DWORD Shown = WS_OVERLAPPEDWINDOW | WS_VISIBLE;
 
 class ForeignWindows : public ::testing::Test {
  protected:
-  ForeignWindows()
-      : dialog(Windows().CreateProgressDialog({.caption = "Lauf",
-                                               .clientWidth = 166,
-                                               .clientHeight = 73,
-                                               .fontName = "Segoe UI",
-                                               .fontHeight = -12,
-                                               .bar = {8, 8, 150, 17},
-                                               .barMinimum = 0,
-                                               .barMaximum = 100,
-                                               .button = {45, 40, 75, 25},
-                                               .buttonCaption = "Abbrechen",
-                                               .buttonResult = mrCancel})) {
+  ForeignWindows() : dialog(Windows().CreateProgressDialog(ProgressLayout("Lauf"))) {
     dialog->Show();
     Settle();
   }

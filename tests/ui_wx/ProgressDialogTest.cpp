@@ -5,6 +5,7 @@
 #include <wx/utils.h>
 
 #include "tests/support/WidgetTest.h"
+#include "tests/ui_wx/ProgressLayout.h"
 
 namespace {
 
@@ -16,24 +17,10 @@ using widget_test::Windows;
 
 class CheckProgress : public ::testing::Test {
  protected:
-  CheckProgress() : dialog(Windows().CreateProgressDialog(Layout())) {}
+  CheckProgress() : dialog(Windows().CreateProgressDialog(ProgressLayout("Kurzschlusstest"))) {}
   ~CheckProgress() override {
     dialog.reset();
     Settle();
-  }
-
-  static ProgressDialogLayout Layout() {
-    return {.caption = "Kurzschlusstest",
-            .clientWidth = 166,
-            .clientHeight = 73,
-            .fontName = "Segoe UI",
-            .fontHeight = -12,
-            .bar = {8, 8, 150, 17},
-            .barMinimum = 0,
-            .barMaximum = 100,
-            .button = {45, 40, 75, 25},
-            .buttonCaption = "Abbrechen",
-            .buttonResult = mrCancel};
   }
 
   void Show() {

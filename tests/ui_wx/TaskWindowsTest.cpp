@@ -2,6 +2,7 @@
 #include <wx/frame.h>
 
 #include "tests/support/WidgetTest.h"
+#include "tests/ui_wx/ProgressLayout.h"
 
 namespace {
 
@@ -13,17 +14,7 @@ class TaskWindows : public ::testing::Test {
   TaskWindows()
       : first(new wxFrame(nullptr, wxID_ANY, "first")),
         second(new wxFrame(nullptr, wxID_ANY, "second")),
-        dialog(Windows().CreateProgressDialog({.caption = "Lauf",
-                                               .clientWidth = 166,
-                                               .clientHeight = 73,
-                                               .fontName = "Segoe UI",
-                                               .fontHeight = -12,
-                                               .bar = {8, 8, 150, 17},
-                                               .barMinimum = 0,
-                                               .barMaximum = 100,
-                                               .button = {45, 40, 75, 25},
-                                               .buttonCaption = "Abbrechen",
-                                               .buttonResult = mrCancel})) {
+        dialog(Windows().CreateProgressDialog(ProgressLayout("Lauf"))) {
     first->Show();
     second->Show();
     dialog->Show();
