@@ -19,10 +19,19 @@
 namespace shorttest::testkit {
 namespace {
 
+// Windows does not remove files that are read-only.
+void RemoveFolder(const std::filesystem::path& folder) {
+  std::error_code ignored;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, ignored)) {
+    std::filesystem::permissions(entry, std::filesystem::perms::owner_all);
+  }
+  std::filesystem::remove_all(folder);
+}
+
 // Short, because tests type it into file dialogs.
 std::filesystem::path MakeFolder() {
   auto folder = std::filesystem::path(::testing::TempDir()) / ("e" + std::to_string(wxGetProcessId()));
-  std::filesystem::remove_all(folder);
+  RemoveFolder(folder);
   std::filesystem::create_directories(folder);
   return folder;
 }
@@ -59,6 +68,13 @@ class Watchdog : public wxTimer {
   int escapes_ = 0;
 };
 
+// Closes the box that is about to be shown. Slow, because a key that comes too late closes the dialog below.
+class EscapePresser : public wxTimer {
+ public:
+  EscapePresser() { Start(1000); }
+  void Notify() override { wxUIActionSimulator().Char(WXK_ESCAPE); }
+};
+
 }  // namespace
 
 void ReadMessages::ProcessMessages() { widget_test::Windows().ProcessMessages(); }
@@ -66,7 +82,9 @@ void ReadMessages::ProcessMessages() { widget_test::Windows().ProcessMessages();
 int ReadMessages::ShowMessage(const MessageBoxRequest& request) {
   if (request.kind == MessageKind::Error) {
     errors.push_back(request.text);
-    return mrOk;
+    if (!errorsInBoxes) return mrOk;
+    const EscapePresser user;
+    return widget_test::Windows().ShowMessage(request);
   }
   others.push_back(request);
   return answer;
@@ -104,8 +122,7 @@ EditorTest::EditorTest() : folder(MakeFolder()) {
 EditorTest::~EditorTest() {
   EXPECT_EQ(TakeErrors(), std::vector<std::string>{}) << "errors that the test did not ask for";
   SetDecimalSeparator(std::nullopt);
-  std::error_code ignored;
-  std::filesystem::remove_all(folder, ignored);
+  EXPECT_NO_THROW(RemoveFolder(folder));
 }
 
 int EditorTest::Show(const std::function<void()>& script) {
@@ -138,7 +155,13 @@ std::string EditorTest::UseExpectation(const TShortTestData& data) {
   return name;
 }
 
-void EditorTest::Enter(wxWindow& control) { widget_test::Click(control); }
+// On a busy machine clicks get lost now and then, and what is typed next would go elsewhere.
+void EditorTest::Enter(wxWindow& control) {
+  for (int tries = 0; tries < 3; ++tries) {
+    widget_test::Click(control);
+    if (widget_test::WaitFor([&control] { return control.HasFocus(); }, 1000)) return;
+  }
+}
 
 void EditorTest::Replace(wxTextCtrl& control, const std::string& text) {
   Enter(control);

@@ -29,7 +29,8 @@ class ReadMessages : public UserInterface {
 
   std::vector<std::string> errors;
   std::vector<MessageBoxRequest> others;
-  int answer = mrOk;  ///< to every message that is no error
+  int answer = mrOk;           ///< to every message that is no error
+  bool errorsInBoxes = false;  ///< shows errors in real boxes, and closes them
 };
 
 /// A user at the editor dialog, on a screen, with a project of its own and a fake tester.

@@ -224,6 +224,7 @@ TEST_F(EditorLearning, TextIsTakenOverBeforeItLearns) {
 
 TEST_F(EditorLearning, WrongTextKeepsItFromLearning) {
   UseSmallDevice();
+  messages.errorsInBoxes = true;
   Show([this] {
     Enter(*form.Mm_Soll);
     Type("1 9");

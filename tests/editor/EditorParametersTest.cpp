@@ -327,7 +327,9 @@ TEST_F(EditorParameters, LeavingTheLowerThresholdEmptyIsAnError) {
   });
 }
 
+// The box that tells of the error takes the mouse from the button that is being pressed.
 TEST_F(EditorParameters, AnErrorOnLeavingSwallowsTheClickThatLeft) {
+  messages.errorsInBoxes = true;
   Show([this] {
     Replace(*form.Ed_Schwelle, "");
     Click(*form.BT_OK);

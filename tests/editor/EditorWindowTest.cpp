@@ -81,7 +81,9 @@ TEST_F(EditorWindow, WholeColumnIsInSight) {
 TEST_F(EditorWindow, LowDialogMovesTheRowsOfTheColumnTogether) {
   Show([this] {
     const int before = form.Ed_MinChannel->GetPosition().y;
-    form.Window()->SetClientSize(776, 530);
+    const wxWindow& last = form.UpDownMax->Buttons();
+    const int spare = last.GetParent()->GetClientSize().y - last.GetRect().GetBottom();
+    form.Window()->SetClientSize(776, 662 - spare - 16);
     Settle();
     EXPECT_LT(form.Ed_MinChannel->GetPosition().y, before);
     EXPECT_TRUE(IsInSight(*form.Ed_MinChannel));

@@ -6,6 +6,10 @@
 
 #include <utility>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 #include "editor/EditorDialog.h"
 #include "editor/GUI_ShortTest.h"
 #include "tests/support/NativeEntry.h"
@@ -23,13 +27,32 @@ using widget_test::WaitFor;
 constexpr int Tries = 10;
 constexpr long PatienceMs = 1000;
 
-bool HasClosed([[maybe_unused]] const wxFileDialog& dialog) {
 #ifdef __WXGTK__
-  return !dialog.IsModal();
+
+class ShownDialog {
+ public:
+  explicit ShownDialog(wxFileDialog& dialog) : dialog_(dialog) {}
+  bool HasClosed() const { return !dialog_.IsModal(); }
+  void Close() { dialog_.EndModal(wxID_CANCEL); }
+
+ private:
+  wxFileDialog& dialog_;
+};
+
 #else
-  return ActiveShortTestForm->Window()->IsActive();  // the toolkit knows no state of the system's own dialog
+
+// The toolkit knows no state of the system's own dialog, which has the keyboard when this is made.
+class ShownDialog {
+ public:
+  explicit ShownDialog(wxFileDialog&) {}
+  bool HasClosed() const { return IsWindowVisible(window_) == FALSE; }
+  void Close() { PostMessageW(window_, WM_CLOSE, 0, 0); }
+
+ private:
+  HWND window_ = GetActiveWindow();
+};
+
 #endif
-}
 
 // Types until the name stands in the entry: keys get lost on a busy machine, and the dialog completes what is
 // typed with the names of files.
@@ -44,21 +67,21 @@ bool TypeName(const std::string& name) {
 }
 
 // The first Enter may only close the list of names that the dialog proposes.
-bool Confirm(const wxFileDialog& dialog) {
-  for (int tries = 0; tries < Tries && !HasClosed(dialog); ++tries) {
+bool Confirm(const ShownDialog& dialog) {
+  for (int tries = 0; tries < Tries && !dialog.HasClosed(); ++tries) {
     Press(WXK_RETURN);
-    WaitFor([&dialog] { return HasClosed(dialog); }, PatienceMs);
+    WaitFor([&dialog] { return dialog.HasClosed(); }, PatienceMs);
   }
-  return HasClosed(dialog);
+  return dialog.HasClosed();
 }
 
 // Escape may first close a list of names or a question of the dialog's own.
-void Cancel(wxFileDialog& dialog) {
-  for (int tries = 0; tries < Tries && !HasClosed(dialog); ++tries) {
+void Cancel(ShownDialog& dialog) {
+  for (int tries = 0; tries < Tries && !dialog.HasClosed(); ++tries) {
     Press(WXK_ESCAPE);
-    WaitFor([&dialog] { return HasClosed(dialog); }, PatienceMs);
+    WaitFor([&dialog] { return dialog.HasClosed(); }, PatienceMs);
   }
-  if (!HasClosed(dialog)) dialog.EndModal(wxID_CANCEL);
+  if (!dialog.HasClosed()) dialog.Close();
 }
 
 // Presses Escape once something else than the entry with the name has the keyboard. The dialog's own question
@@ -83,13 +106,13 @@ class NoToTheQuestion : public wxTimer {
 };
 
 // The file dialog stays after the answer.
-bool SayNo(const wxFileDialog& dialog, const std::string& name) {
+bool SayNo(const ShownDialog& dialog, const std::string& name) {
   const NoToTheQuestion answer(name);
   for (int tries = 0; tries < Tries && !answer.Said(); ++tries) {
     Press(WXK_RETURN);
     WaitFor([&answer] { return answer.Said(); }, PatienceMs);
   }
-  return answer.Said() && !HasClosed(dialog);
+  return answer.Said() && !dialog.HasClosed();
 }
 
 }  // namespace
@@ -113,7 +136,8 @@ int FileDialogUser::Enter(wxDialog* dialog) {
   return wxID_NONE;  // go on and show it
 }
 
-void FileDialogUser::Use(wxFileDialog& dialog, const std::string& name) const {
+void FileDialogUser::Use(wxFileDialog& files, const std::string& name) const {
+  ShownDialog dialog(files);
   if (!name.empty()) {
     if (TypeName(name) && (saysNo_ ? SayNo(dialog, name) : Confirm(dialog))) {
       if (saysNo_) Cancel(dialog);
