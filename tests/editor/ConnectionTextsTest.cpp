@@ -204,6 +204,15 @@ INSTANTIATE_TEST_SUITE_P(
                       BadText{"WordInBlocked", {.expected = {}, .skipped = {}, .blocked = "x"}}),
     [](const auto& row) { return row.param.name; });
 
+// Of the same kinds as around the numbers of an expectation file.
+TEST(MatrixFromTexts, BlanksInsideTheQuotesDoNotCount) {
+  Harness harness(1, 4);
+  const std::string blanks = " \t\v\f";
+  MatrixFromTexts({.expected = {"1 \"" + blanks + "2" + blanks + "\""}, .skipped = {}, .blocked = ""},
+                  harness.data);
+  EXPECT_EQ(harness.Pair(1, 2), CellState::Connected);
+}
+
 TEST(MatrixFromTexts, QuotedNumbersAreNumbers) {
   TShortTestData data(1, 4);
   MatrixFromTexts({.expected = {"\"1\" \" 2 \""}, .skipped = {}, .blocked = ""}, data);

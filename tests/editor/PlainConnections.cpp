@@ -52,7 +52,7 @@ std::vector<std::string> Items(const std::string& text) {
 
 // The index of the channel that the item names.
 std::int32_t Index(std::string item, std::int32_t von, std::int32_t bis) {
-  const auto isSpace = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+  const auto isSpace = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
   while (!item.empty() && isSpace(item.back())) item.pop_back();
   while (!item.empty() && isSpace(item.front())) item.erase(0, 1);
   const bool isSigned = !item.empty() && (item[0] == '+' || item[0] == '-');
