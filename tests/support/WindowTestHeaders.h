@@ -1,0 +1,6 @@
+#pragma once
+
+// The same for test programs with windows.
+#include <wx/wx.h>
+
+#include "tests/support/TestHeaders.h"
