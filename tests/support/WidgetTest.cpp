@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 #include <wx/app.h>
+#include <wx/eventfilter.h>
 #include <wx/stopwatch.h>
 #include <wx/toplevel.h>
 #include <wx/uiaction.h>
 #include <wx/utils.h>
 
+#include <cstdlib>
 #include <exception>
 #include <utility>
 
@@ -14,6 +16,37 @@ namespace widget_test {
 namespace {
 
 UserInterface* windows = nullptr;
+
+// Sees the left mouse button go down on a window of the program at a point of the screen, and come up again.
+class ClickWatcher : public wxEventFilter {
+ public:
+  explicit ClickWatcher(const wxPoint& point) : point_(point) { wxEvtHandler::AddFilter(this); }
+  ~ClickWatcher() override { wxEvtHandler::RemoveFilter(this); }
+  ClickWatcher(const ClickWatcher&) = delete;
+  ClickWatcher& operator=(const ClickWatcher&) = delete;
+
+  int FilterEvent(wxEvent& event) override {
+    const wxEventType type = event.GetEventType();
+    if (type == wxEVT_LEFT_DOWN || type == wxEVT_LEFT_DCLICK) {
+      const auto* const window = static_cast<wxWindow*>(event.GetEventObject());
+      const wxPoint distance =
+          window->ClientToScreen(static_cast<wxMouseEvent&>(event).GetPosition()) - point_;
+      down_ = down_ || (std::abs(distance.x) <= Tolerance && std::abs(distance.y) <= Tolerance);
+    }
+    up_ = up_ || (down_ && type == wxEVT_LEFT_UP);
+    return Event_Skip;
+  }
+
+  bool SawDown() const { return down_; }
+  bool SawUp() const { return up_; }
+
+ private:
+  static constexpr int Tolerance = 2;
+
+  wxPoint point_;
+  bool down_ = false;
+  bool up_ = false;
+};
 
 }  // namespace
 
@@ -45,10 +78,23 @@ void Click(wxWindow& window) {
 }
 
 void ClickAt(const wxPoint& point) {
+  const ClickWatcher click(point);
   wxUIActionSimulator mouse;
-  mouse.MouseMove(point);
-  Settle();
-  mouse.MouseClick();
+  // A window that appears may bring the mouse back to where it was before, and on a busy machine clicks get
+  // lost.
+  for (int tries = 0; tries < 3 && !click.SawDown(); ++tries) {
+    mouse.MouseMove(point);
+    Settle();
+    if (wxGetMousePosition() != point) continue;
+    mouse.MouseClick();
+    Settle();
+    WaitFor([&click] { return click.SawDown(); }, 1000);
+  }
+  const wxPoint pointer = wxGetMousePosition();
+  EXPECT_TRUE(click.SawDown()) << "no window saw the click at " << point.x << ", " << point.y
+                               << "; the mouse is at " << pointer.x << ", " << pointer.y;
+  // Not where a box that the press has opened takes the mouse away.
+  WaitFor([&click] { return click.SawUp(); }, 200);
   Settle();
 }
 

@@ -52,6 +52,11 @@ class ForeignWindows : public ::testing::Test {
     dialog->Show();
     Settle();
   }
+  // Otherwise it would still have the keyboard when the next test shows a window.
+  ~ForeignWindows() override {
+    dialog.reset();
+    Settle();
+  }
 
   TaskWindowList Disable() { return Windows().DisableTaskWindows(dialog->Handle()); }
 
