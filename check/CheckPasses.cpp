@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr double VoltageLimit = 0.7;  // V
-
 constexpr double VoltagePassStart = 0.25;
 constexpr double IsolationPassStart = 0.5;
 constexpr double PairPassStart = 0.75;

@@ -4,6 +4,9 @@
 
 #include "data/ShorttestData.h"
 
+/// Voltage at which a channel counts as live, V.
+inline constexpr double VoltageLimit = 0.7;
+
 /// The four passes of a check. `data` is the expectation, `work` takes what is measured; both cover the same
 /// range. Thresholds are those of `work`, everything else is read from `data`. Each pass returns at its next
 /// progress point when the user cancels; what it entered in `work` stays. Each counts its errors from zero
@@ -14,8 +17,8 @@
 std::int32_t CheckConnectionPass(const TShortTestData& data, TShortTestData& work);
 
 /// Measures each channel's voltage against the channels before it and leaves them all on line 1 for the
-/// isolation pass. Returns 0, or MaxError when a channel carries 0.7 V or more; that channel is suspended in
-/// `work` and the pass ends.
+/// isolation pass. Returns 0, or MaxError when a channel carries VoltageLimit or more; that channel is
+/// suspended in `work` and the pass ends.
 std::int32_t CheckVoltagePass(const TShortTestData& data, TShortTestData& work);
 
 /// Measures each channel's net against all other channels. Returns the channels whose net is not isolated,

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "check/CheckForm.h"
+#include "check/CheckPasses.h"
 #include "data/NumberText.h"
 #include "platform/WindowMessages.h"
 
@@ -13,7 +14,6 @@ namespace {
 using shorttest::FloatToText;
 
 constexpr unsigned RecordMessage = 1024 + 109;  // the first user message number, plus the host's offset
-constexpr double VoltageLimit = 0.7;            // V
 // What the host knows as "no upper limit" of a resistance.
 constexpr const char* NoUpperLimit = "100000000000001";
 

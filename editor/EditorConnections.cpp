@@ -72,7 +72,7 @@ void TShortTestForm::ConnectionGridDrawCell(wxDC& dc, int column, int row, const
 }
 
 void TShortTestForm::ShowGrid() {
-  if (comp_) ConnectionGrid->Update(*comp_);
+  if (comp_) ConnectionGrid->ShowData(*comp_);
   FormResize();
 }
 

@@ -38,7 +38,7 @@ GridView::GridView(wxWindow& parent, CellPainter painter) : painter_(std::move(p
   Bind(wxEVT_KILL_FOCUS, refreshFocus);
 }
 
-void GridView::Update(const TShortTestData& data) {
+void GridView::ShowData(const TShortTestData& data) {
   const int count = Count();
   const std::vector<CellRange> changed = picture_.Update(data);
   if (count != Count()) MoveFocus(focused_);

@@ -24,7 +24,7 @@ class GridView : public wxWindow {
 
   /// Takes over what `data` holds now and has the cells painted anew that look different. Cheap when nothing
   /// changed.
-  void Update(const TShortTestData& data);
+  void ShowData(const TShortTestData& data);
 
   /// Number of columns, and of rows.
   int Count() const { return picture_.Count(); }

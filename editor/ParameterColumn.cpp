@@ -21,7 +21,7 @@ constexpr int WarningWidth = 156;
 constexpr int WarningHeight = 58;
 constexpr int NumberWidth = 80;
 constexpr int ChannelWidth = 48;
-constexpr int Gap = 8;       // between two controls side by side
+constexpr int SideGap = 8;   // between two controls side by side
 constexpr int SmallGap = 2;  // between a label and its control
 
 wxString Text(const char* utf8) { return wxString::FromUTF8(utf8); }
@@ -114,7 +114,7 @@ void AddFile(Column& column, const EditorLayout& layout) {
   };
   column.AddGap();
   controls.BT_Fileopen = addButton("Ö&ffnen");
-  buttons->AddSpacer(Scaled(column.Parent(), Gap));
+  buttons->AddSpacer(Scaled(column.Parent(), SideGap));
   controls.BT_Filesave = addButton("&Speichern");
   column.Add(buttons);
 }
@@ -155,7 +155,8 @@ void AddOptions(Column& column, EditorControls& controls) {
 
 void AddTerminatingResistor(Column& column, EditorControls& controls) {
   column.AddLabel("Abschluss&widerstand");
-  auto* const table = new wxFlexGridSizer(2, Scaled(column.Parent(), SmallGap), Scaled(column.Parent(), Gap));
+  auto* const table =
+      new wxFlexGridSizer(2, Scaled(column.Parent(), SmallGap), Scaled(column.Parent(), SideGap));
   for (const char* const caption : {"Karte", "Relais"}) {
     table->Add(MakeLabel(column.Parent(), caption));
   }

@@ -26,7 +26,9 @@ DynamicLibrary::DynamicLibrary(const std::string& what, const std::filesystem::p
   }
 }
 
-DynamicLibrary::~DynamicLibrary() { dlclose(handle_); }
+DynamicLibrary::~DynamicLibrary() {
+  if (unload_ == Unload::AtDestruction) dlclose(handle_);
+}
 
 DynamicLibrary::Address DynamicLibrary::FindAddress(const char* name) const {
   return reinterpret_cast<Address>(dlsym(handle_, name));

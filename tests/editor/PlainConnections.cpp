@@ -10,7 +10,7 @@
 namespace shorttest {
 namespace {
 
-class BadItem : public std::runtime_error {
+class ItemError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
@@ -18,7 +18,7 @@ class BadItem : public std::runtime_error {
 bool IsBlank(char c) { return c >= 0 && c <= ' '; }
 
 // A delimited list: comma as delimiter, blanks separate too, double quotes enclose.
-std::vector<std::string> Items(const std::string& text) {
+std::vector<std::string> ItemsOf(const std::string& text) {
   std::vector<std::string> items;
   std::size_t at = 0;
   const auto skipBlanks = [&] {
@@ -57,9 +57,9 @@ std::int32_t Index(std::string item, std::int32_t von, std::int32_t bis) {
   while (!item.empty() && isSpace(item.front())) item.erase(0, 1);
   const bool isSigned = !item.empty() && (item[0] == '+' || item[0] == '-');
   const std::string digits = item.substr(isSigned ? 1 : 0);
-  if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos) throw BadItem(item);
+  if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos) throw ItemError(item);
   const long long channel = std::strtoll(item.c_str(), nullptr, 10);
-  if (channel < von || channel > bis) throw BadItem(item);
+  if (channel < von || channel > bis) throw ItemError(item);
   return static_cast<std::int32_t>(channel - von);
 }
 
@@ -69,31 +69,31 @@ PlainConnections ReadConnectionsPlainly(const ConnectionTexts& texts, std::int32
   PlainConnections result;
   TShortTestData start(von, bis);
   try {
-    for (const std::string& item : Items(texts.blocked)) {
+    for (const std::string& item : ItemsOf(texts.blocked)) {
       const std::int32_t channel = Index(item, von, bis);
       start.SetC(channel, channel, CellState::Suspended, NoResistance);
     }
     for (const std::string& line : texts.skipped) {
-      const auto items = Items(line);
+      const auto items = ItemsOf(line);
       for (std::size_t n = 0; n < items.size(); ++n) {
         const std::int32_t first = Index(items[0], von, bis);
         const std::int32_t other = Index(items[n], von, bis);
         if (first != other) start.SetC(first, other, CellState::ExcludedPair, NoResistance);
       }
     }
-  } catch (const BadItem&) {
+  } catch (const ItemError&) {
     result.failed = true;
   }
 
   data_test::PlainMatrix matrix(start);
   try {
     for (const std::string& line : result.failed ? std::vector<std::string>() : texts.expected) {
-      const auto items = Items(line);
+      const auto items = ItemsOf(line);
       for (std::size_t n = 0; n < items.size(); ++n) {
         matrix.Put(Index(items[0], von, bis), Index(items[n], von, bis), CellState::Connected, NoResistance);
       }
     }
-  } catch (const BadItem&) {
+  } catch (const ItemError&) {
     result.failed = true;
   }
 

@@ -12,9 +12,6 @@ namespace {
 // closed nobody can open: the simulated tester ignores a call that fails.
 constexpr int CleanUpCalls = 2 * 2 + 1;
 
-// Line resets of the first card, before anything was switched or any window disabled.
-constexpr int SetUpCalls = 2;
-
 class FaultSweep : public SystemBench {
  protected:
   TShortTestData Learned() {

@@ -17,7 +17,7 @@ constexpr const char* Missing = "fehlende Verbindung zwischen ";
 constexpr const char* Short = "Kurzschluss zwischen ";
 constexpr const char* Live = "Spannung an Kanal ";
 
-std::string Text(double value) { return std::to_string(std::max(value, 0.001)); }
+std::string Positive(double value) { return std::to_string(std::max(value, 0.001)); }
 
 class FaultyDevice : public SystemBench {
  protected:
@@ -93,7 +93,7 @@ TEST_F(FaultyDevice, AJointOfHighResistanceIsFound) {
       [&](const RandomHarness& harness, Random& random) {
         channel = AnyWired(harness, random);
         const double ohm = harness.blank.Schwelle * random.Real(1.1, 50.0);
-        return channel == 0 ? std::string() : "joint " + std::to_string(channel) + " " + Text(ohm) + "\n";
+        return channel == 0 ? std::string() : "joint " + std::to_string(channel) + " " + Positive(ohm) + "\n";
       },
       [&](const RandomHarness&, const std::string& records) {
         EXPECT_THAT(records, HasSubstr(Missing));
@@ -112,7 +112,7 @@ TEST_F(FaultyDevice, AShortIsFound) {
         const auto [a, b] = AnyStrangers(harness, random);
         if (a == b) return std::string();
         const double ohm = harness.blank.Schwelle * random.Real(0.0, 0.3);
-        return "wire " + std::to_string(a) + " " + std::to_string(b) + " " + Text(ohm) + "\n";
+        return "wire " + std::to_string(a) + " " + std::to_string(b) + " " + Positive(ohm) + "\n";
       },
       [](const RandomHarness&, const std::string& records) {
         EXPECT_THAT(records, HasSubstr(Short));
@@ -138,7 +138,7 @@ TEST_F(FaultyDevice, ALiveChannelIsFound) {
         const auto* const net = NetOf(harness, channel);
         const int first = harness.blank.von;
         if (channel == first || (net != nullptr && net->front() == first)) return std::string();
-        return "charge " + std::to_string(channel) + " " + Text(random.Real(1.0, 100.0)) + " tau never\n";
+        return "charge " + std::to_string(channel) + " " + Positive(random.Real(1.0, 100.0)) + " tau never\n";
       },
       [](const RandomHarness&, const std::string& records) {
         EXPECT_THAT(records, HasSubstr(Live));

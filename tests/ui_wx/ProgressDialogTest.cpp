@@ -25,7 +25,7 @@ class CheckProgress : public ::testing::Test {
 
   void Show() {
     dialog->Show();
-    ASSERT_TRUE(WaitFor([this] { return Window() != nullptr && Window()->IsActive(); }));
+    ASSERT_TRUE(WaitFor([] { return Window() != nullptr && Window()->IsActive(); }));
     Settle();
   }
 

@@ -105,14 +105,14 @@ TEST_F(Command, FailedDecodingKeepsTheOwnParameters) {
   EXPECT_EQ(Base().RecodeScript(), "Measure(\"a\", 1)");
 }
 
-struct Fault {
+struct CommandFault {
   const char* name;
   const char* line;
   std::size_t column;
   const char* message;
 };
 
-class CommandLineFault : public Command, public testing::WithParamInterface<Fault> {};
+class CommandLineFault : public Command, public testing::WithParamInterface<CommandFault> {};
 
 TEST_P(CommandLineFault, NamesTheColumn) {
   TParamList params;
@@ -128,12 +128,12 @@ TEST_P(CommandLineFault, NamesTheColumn) {
 
 INSTANTIATE_TEST_SUITE_P(
     Rules, CommandLineFault,
-    testing::Values(Fault{"OtherCommand", "Check(\"a\", 1)", 1, "expected Measure, found Check"},
-                    Fault{"TooFew", "Measure(\"a\")", 12, "Measure takes 2 parameters, not 1"},
-                    Fault{"None", "Measure", 1, "Measure takes 2 parameters, not 0"},
-                    Fault{"TooMany", "Measure(\"a\", 1, 2)", 17, "Measure takes 2 parameters, not 3"},
-                    Fault{"Syntax", "Measure(\"a\" 1)", 13, "expected '+', ',' or ')', found '1'"}),
-    RowName<Fault>);
+    testing::Values(CommandFault{"OtherCommand", "Check(\"a\", 1)", 1, "expected Measure, found Check"},
+                    CommandFault{"TooFew", "Measure(\"a\")", 12, "Measure takes 2 parameters, not 1"},
+                    CommandFault{"None", "Measure", 1, "Measure takes 2 parameters, not 0"},
+                    CommandFault{"TooMany", "Measure(\"a\", 1, 2)", 17, "Measure takes 2 parameters, not 3"},
+                    CommandFault{"Syntax", "Measure(\"a\" 1)", 13, "expected '+', ',' or ')', found '1'"}),
+    RowName<CommandFault>);
 
 TEST_F(Command, ParsesACommandLineUnevaluated) {
   TParamList params;

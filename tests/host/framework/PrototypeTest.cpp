@@ -25,25 +25,27 @@ std::string Signature(const std::string& prototype) {
   return text;
 }
 
-struct Row {
+struct PrototypeRow {
   const char* name;
   const char* prototype;
   const char* signature;
 };
 
-class Prototype : public testing::TestWithParam<Row> {};
+class Prototype : public testing::TestWithParam<PrototypeRow> {};
 TEST_P(Prototype, IsRead) { EXPECT_EQ(Signature(GetParam().prototype), GetParam().signature); }
 
 INSTANTIATE_TEST_SUITE_P(
     Forms, Prototype,
-    testing::Values(
-        Row{"OneParameter", "procedure ShortTest(Datafile : String)", "ShortTest|Datafile=String"},
-        Row{"NoBlanks", "procedure A(B:Integer;C:String)", "A|B=Integer|C=String"},
-        Row{"ListOfNames", "procedure A(B, C : Integer; D : String)", "A|B=Integer|C=Integer|D=String"},
-        Row{"NoParameters", "procedure A", "A"}, Row{"KeywordInCapitals", "PROCEDURE A", "A"}),
-    RowName<Row>);
+    testing::Values(PrototypeRow{"OneParameter", "procedure ShortTest(Datafile : String)",
+                                 "ShortTest|Datafile=String"},
+                    PrototypeRow{"NoBlanks", "procedure A(B:Integer;C:String)", "A|B=Integer|C=String"},
+                    PrototypeRow{"ListOfNames", "procedure A(B, C : Integer; D : String)",
+                                 "A|B=Integer|C=Integer|D=String"},
+                    PrototypeRow{"NoParameters", "procedure A", "A"},
+                    PrototypeRow{"KeywordInCapitals", "PROCEDURE A", "A"}),
+    RowName<PrototypeRow>);
 
-class BadPrototype : public testing::TestWithParam<Row> {};
+class BadPrototype : public testing::TestWithParam<PrototypeRow> {};
 TEST_P(BadPrototype, IsRefusedWithItsText) {
   try {
     DeclaredCommand command(GetParam().prototype);
@@ -57,15 +59,15 @@ TEST_P(BadPrototype, IsRefusedWithItsText) {
 INSTANTIATE_TEST_SUITE_P(
     Faults, BadPrototype,
     testing::Values(
-        Row{"Empty", "", "column 1: expected 'procedure', found the end of the line"},
-        Row{"OtherKeyword", "function A", "column 1: expected 'procedure'"},
-        Row{"NoName", "procedure (A : String)", "column 11: expected the command's name, found '('"},
-        Row{"EmptyList", "procedure A()", "column 13: expected a parameter, found ')'"},
-        Row{"NoType", "procedure A(B)", "column 14: expected ':', found ')'"},
-        Row{"NoEnd", "procedure A(B : String", "column 23: expected ')', found the end of the line"},
-        Row{"Rest", "procedure A(B : String);", "column 24: expected the end, found ';'"},
-        Row{"SameNameTwice", "procedure A(B : String; b : String)",
-            "column 25: there is a parameter b already"}),
-    RowName<Row>);
+        PrototypeRow{"Empty", "", "column 1: expected 'procedure', found the end of the line"},
+        PrototypeRow{"OtherKeyword", "function A", "column 1: expected 'procedure'"},
+        PrototypeRow{"NoName", "procedure (A : String)", "column 11: expected the command's name, found '('"},
+        PrototypeRow{"EmptyList", "procedure A()", "column 13: expected a parameter, found ')'"},
+        PrototypeRow{"NoType", "procedure A(B)", "column 14: expected ':', found ')'"},
+        PrototypeRow{"NoEnd", "procedure A(B : String", "column 23: expected ')', found the end of the line"},
+        PrototypeRow{"Rest", "procedure A(B : String);", "column 24: expected the end, found ';'"},
+        PrototypeRow{"SameNameTwice", "procedure A(B : String; b : String)",
+                     "column 25: there is a parameter b already"}),
+    RowName<PrototypeRow>);
 
 }  // namespace

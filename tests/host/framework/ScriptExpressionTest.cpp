@@ -52,14 +52,15 @@ INSTANTIATE_TEST_SUITE_P(
         Value{"Parentheses", R"("x" + (1 + 2))", "x3"}, Value{"NestedParentheses", R"((("a")))", "a"}),
     RowName<Value>);
 
-struct Fault {
+struct ExpressionFault {
   const char* name;
   const char* text;
   std::size_t column;
   const char* message;
 };
 
-class ScriptExpressionFault : public ScriptExpressionFixture, public testing::TestWithParam<Fault> {};
+class ScriptExpressionFault : public ScriptExpressionFixture,
+                              public testing::TestWithParam<ExpressionFault> {};
 
 TEST_P(ScriptExpressionFault, NamesTheColumn) {
   try {
@@ -74,26 +75,29 @@ TEST_P(ScriptExpressionFault, NamesTheColumn) {
 INSTANTIATE_TEST_SUITE_P(
     Rules, ScriptExpressionFault,
     testing::Values(
-        Fault{"Empty", "", 1, "expected a value, found the end of the line"},
-        Fault{"Blank", "   ", 4, "expected a value, found the end of the line"},
-        Fault{"OpenString", R"(1 + "abc)", 5, "the string is not closed"},
-        Fault{"ThreeQuotes", R"(""")", 1, "the string is not closed"},
-        Fault{"PlainPath", "/home/kabel.dat", 1, "unexpected character '/'"},
-        Fault{"WindowsPath", R"(C:\kabel.dat)", 2, "expected '+' or the end of the expression, found ':'"},
-        Fault{"PlainFileName", "kabel.dat", 6, "unexpected character '.'"},
-        Fault{"ColumnCountsCharactersNotBytes", R"("äöü" + %)", 9, "unexpected character '%'"},
-        Fault{"UnexpectedUmlaut", "ä", 1, "unexpected character 'ä'"},
-        Fault{"MissingRightSide", R"("a" +)", 6, "expected a value, found the end of the line"},
-        Fault{"MissingPlus", R"("a" "b")", 5, "expected '+' or the end of the expression, found '\"b\"'"},
-        Fault{"MissingParenthesis", R"(("a" + "b")", 11, "expected ')', found the end of the line"},
-        Fault{"ExtraParenthesis", R"("a"))", 4, "expected '+' or the end of the expression, found ')'"},
-        Fault{"EmptyParentheses", "()", 2, "expected a value, found ')'"},
-        Fault{"NumberWithLetters", "12ab", 3, "unexpected character 'a' in a number"},
-        Fault{"NumberTooLarge", "9223372036854775808", 1, "the number is too large"},
-        Fault{"SumTooLarge", "(9223372036854775807 + 1)", 2, "the number is too large"},
-        Fault{"UnknownVariable", R"("a" + KABEL)", 7, "unknown variable KABEL"},
-        Fault{"CommentIsNoPartOfAnExpression", R"("a" // b)", 5, "unexpected character '/'"}),
-    RowName<Fault>);
+        ExpressionFault{"Empty", "", 1, "expected a value, found the end of the line"},
+        ExpressionFault{"Blank", "   ", 4, "expected a value, found the end of the line"},
+        ExpressionFault{"OpenString", R"(1 + "abc)", 5, "the string is not closed"},
+        ExpressionFault{"ThreeQuotes", R"(""")", 1, "the string is not closed"},
+        ExpressionFault{"PlainPath", "/home/kabel.dat", 1, "unexpected character '/'"},
+        ExpressionFault{"WindowsPath", R"(C:\kabel.dat)", 2,
+                        "expected '+' or the end of the expression, found ':'"},
+        ExpressionFault{"PlainFileName", "kabel.dat", 6, "unexpected character '.'"},
+        ExpressionFault{"ColumnCountsCharactersNotBytes", R"("äöü" + %)", 9, "unexpected character '%'"},
+        ExpressionFault{"UnexpectedUmlaut", "ä", 1, "unexpected character 'ä'"},
+        ExpressionFault{"MissingRightSide", R"("a" +)", 6, "expected a value, found the end of the line"},
+        ExpressionFault{"MissingPlus", R"("a" "b")", 5,
+                        "expected '+' or the end of the expression, found '\"b\"'"},
+        ExpressionFault{"MissingParenthesis", R"(("a" + "b")", 11, "expected ')', found the end of the line"},
+        ExpressionFault{"ExtraParenthesis", R"("a"))", 4,
+                        "expected '+' or the end of the expression, found ')'"},
+        ExpressionFault{"EmptyParentheses", "()", 2, "expected a value, found ')'"},
+        ExpressionFault{"NumberWithLetters", "12ab", 3, "unexpected character 'a' in a number"},
+        ExpressionFault{"NumberTooLarge", "9223372036854775808", 1, "the number is too large"},
+        ExpressionFault{"SumTooLarge", "(9223372036854775807 + 1)", 2, "the number is too large"},
+        ExpressionFault{"UnknownVariable", R"("a" + KABEL)", 7, "unknown variable KABEL"},
+        ExpressionFault{"CommentIsNoPartOfAnExpression", R"("a" // b)", 5, "unexpected character '/'"}),
+    RowName<ExpressionFault>);
 
 TEST(ScriptExpression, RefusesNestingThatNobodyWrites) {
   const ScriptEnvironment environment;

@@ -8,31 +8,31 @@ namespace {
 
 using namespace std::string_literals;
 
-struct Row {
+struct UnicodeRow {
   const char* name;
   std::u16string utf16;
   std::string utf8;
 };
 
-class Utf8FromUtf16Row : public testing::TestWithParam<Row> {};
+class Utf8FromUtf16Row : public testing::TestWithParam<UnicodeRow> {};
 TEST_P(Utf8FromUtf16Row, IsConverted) { EXPECT_EQ(Utf8FromUtf16(GetParam().utf16), GetParam().utf8); }
 
 INSTANTIATE_TEST_SUITE_P(
     Characters, Utf8FromUtf16Row,
-    testing::Values(Row{"Empty", u"", ""}, Row{"Ascii", u"Kanal 12|0,7|", "Kanal 12|0,7|"},
-                    Row{"TwoBytes", u"\u00FCber \u07FF",
-                        "\xC3\xBC"
-                        "ber \xDF\xBF"},
-                    Row{"ThreeBytes", u"\u2126 \uFFFD", "\xE2\x84\xA6 \xEF\xBF\xBD"},
-                    Row{"Pair", u"\U0001F50C", "\xF0\x9F\x94\x8C"},
-                    Row{"HighHalfAlone", u"a\xD83D"s, "a\xEF\xBF\xBD"},
-                    Row{"LowHalfAlone",
-                        u"\xDD0C"
-                        u"b"s,
-                        "\xEF\xBF\xBD"
-                        "b"},
-                    Row{"HighHalfTwice", u"\xD83D\xD83D\xDD0C"s, "\xEF\xBF\xBD\xF0\x9F\x94\x8C"}),
-    RowName<Row>);
+    testing::Values(UnicodeRow{"Empty", u"", ""}, UnicodeRow{"Ascii", u"Kanal 12|0,7|", "Kanal 12|0,7|"},
+                    UnicodeRow{"TwoBytes", u"\u00FCber \u07FF",
+                               "\xC3\xBC"
+                               "ber \xDF\xBF"},
+                    UnicodeRow{"ThreeBytes", u"\u2126 \uFFFD", "\xE2\x84\xA6 \xEF\xBF\xBD"},
+                    UnicodeRow{"Pair", u"\U0001F50C", "\xF0\x9F\x94\x8C"},
+                    UnicodeRow{"HighHalfAlone", u"a\xD83D"s, "a\xEF\xBF\xBD"},
+                    UnicodeRow{"LowHalfAlone",
+                               u"\xDD0C"
+                               u"b"s,
+                               "\xEF\xBF\xBD"
+                               "b"},
+                    UnicodeRow{"HighHalfTwice", u"\xD83D\xD83D\xDD0C"s, "\xEF\xBF\xBD\xF0\x9F\x94\x8C"}),
+    RowName<UnicodeRow>);
 
 struct Bytes {
   const char* name;

@@ -8,8 +8,6 @@ namespace {
 
 using testing::EndsWith;
 
-constexpr const char* GoodDevice = "record Kurzschlusstest|0|0||0||\n";
-
 class KxbenchCancel : public KxbenchProcess {
  protected:
   KxbenchCancel() { environment_["FAKE_LOG"] = Log(); }
@@ -52,7 +50,7 @@ TEST_F(KxbenchCancel, SignalCancelsWithWindowsToo) {
 #endif
 
 TEST_F(KxbenchCancel, CancelEndsTheScriptAfterTheCommand) {
-  Does("good.dat", GoodDevice);
+  Does("good.dat", EmptyReport);
   Does("cancel.dat", "cancel\n");
   Does("night.kx", "ShortTest(\"good.dat\")\nShortTest(\"cancel.dat\")\nShortTest(\"good.dat\")\n");
   const ProcessResult result = Run({"--format", "records", "run", "night.kx"});
@@ -77,7 +75,7 @@ TEST_F(KxbenchCancel, CheckWithoutARecordIsNoPass) {
 }
 
 TEST_F(KxbenchCancel, ReaderThatGoesAwayDoesNotKillTheProgram) {
-  Does("good.dat", GoodDevice);
+  Does("good.dat", EmptyReport);
   Process process = Kxbench({"--format", "records", "check", "good.dat"});
   process.outputUnread = true;
   const ProcessResult result = process.Run();

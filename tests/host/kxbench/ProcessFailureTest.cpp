@@ -8,8 +8,6 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr const char* GoodDevice = "record Kurzschlusstest|0|0||0||\n";
-
 MATCHER(IsOneLine, "is one line") { return arg.find('\n') + 1 == arg.size(); }
 
 class KxbenchFailure : public KxbenchProcess {
@@ -139,7 +137,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return row.param.name; });
 
 TEST_F(KxbenchFailure, ErrorInAScriptNamesItsLineAndEndsIt) {
-  Does("good.dat", GoodDevice);
+  Does("good.dat", EmptyReport);
   Does("broken.dat", "throw bus error");
   Does("night.kx", "ShortTest(\"good.dat\")\nShortTest(\"broken.dat\")\nShortTest(\"good.dat\")\n");
   const ProcessResult result = Run({"--format", "records", "run", "night.kx"});
@@ -150,7 +148,7 @@ TEST_F(KxbenchFailure, ErrorInAScriptNamesItsLineAndEndsIt) {
 
 #ifndef _WIN32
 TEST_F(KxbenchFailure, OutputThatCannotBeWritten) {
-  Does("good.dat", GoodDevice);
+  Does("good.dat", EmptyReport);
   for (const char* format : {"records", "report"}) {
     Process process = Kxbench({"--format", format, "check", "good.dat"});
     process.outputFile = "/dev/full";

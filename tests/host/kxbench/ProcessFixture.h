@@ -10,6 +10,9 @@
 #include "tests/host/kxbench/Process.h"
 #include "tests/host/kxbench/TemporaryFolder.h"
 
+/// What a check of a device without findings or connections reports, in the words of the fake extension.
+inline constexpr const char* EmptyReport = "record Kurzschlusstest|0|0||0||\n";
+
 /// Runs kxbench in a folder of its own, with the fake extension beside the program.
 class KxbenchProcess : public testing::Test {
  protected:
