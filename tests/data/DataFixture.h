@@ -22,6 +22,14 @@
 
 namespace data_test {
 
+// The states that a measurement has for a pair, and what it leaves out.
+inline constexpr CellState Open = CellState::NotConnected;
+inline constexpr CellState Connected = CellState::Connected;
+inline constexpr CellState Excluded = CellState::ExcludedPair;
+
+/// What the reader puts into cells that lie behind the end of the file: code 26 minus 48, as 8 bits.
+inline constexpr int BehindTheEnd = 234;
+
 /// Lines as an expectation file holds them: every one ended with carriage return and line feed.
 inline std::string Lines(std::initializer_list<std::string_view> lines) {
   std::string text;

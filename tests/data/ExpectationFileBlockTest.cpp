@@ -13,8 +13,7 @@ using namespace std::string_literals;
 
 using testing::Each;
 
-// What the reader puts into cells that lie behind the end of the file: code 26 minus 48, as 8 bits.
-constexpr int End = 234;
+constexpr int End = BehindTheEnd;
 constexpr int Cr = 221;
 constexpr int Lf = 218;
 

@@ -14,9 +14,6 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-// What the reader puts into cells that lie behind the end of the file: code 26 minus 48, as 8 bits.
-constexpr int End = 234;
-
 class ExpectationFileRead : public FileTest {
  protected:
   TShortTestData Read(std::string_view content) const {
@@ -71,7 +68,9 @@ TEST_F(ExpectationFileRead, OnlyARangeAndNoDataBlock) {
   EXPECT_EQ(data.LastRelais, 0);
   EXPECT_EQ(data.Timeout, 5000);
   EXPECT_EQ(data.MaxError, 10);
-  EXPECT_EQ(States(data), (StateRows{{End, End, End}, {End, End, End}, {End, End, End}}));
+  EXPECT_EQ(States(data), (StateRows{{BehindTheEnd, BehindTheEnd, BehindTheEnd},
+                                     {BehindTheEnd, BehindTheEnd, BehindTheEnd},
+                                     {BehindTheEnd, BehindTheEnd, BehindTheEnd}}));
   EXPECT_THAT(Resistances(data), Each(-1.0));
 }
 
@@ -81,7 +80,7 @@ TEST_F(ExpectationFileRead, AnEmptyFileIsChannels1And2WithDefaults) {
   EXPECT_EQ(data.bis, 2);
   EXPECT_EQ(data.Schwelle, 10.0);
   EXPECT_EQ(data.Schwelle2, 10.0);
-  EXPECT_EQ(States(data), (StateRows{{End, End}, {End, End}}));
+  EXPECT_EQ(States(data), (StateRows{{BehindTheEnd, BehindTheEnd}, {BehindTheEnd, BehindTheEnd}}));
 }
 
 TEST_F(ExpectationFileRead, WiderstandWithoutWiderstand2SetsBothThresholds) {
@@ -131,7 +130,7 @@ TEST_F(ExpectationFileRead, AFolderIsNoFile) {
 }
 
 TEST_F(ExpectationFileRead, AnEmptyNameIsAnError) {
-  EXPECT_THROW(TShortTestData(std::string()), std::system_error);
+  EXPECT_THROW(TShortTestData(std::string{}), std::system_error);
 }
 
 TEST_F(ExpectationFileRead, LeavesTheFileAsItIs) {

@@ -11,10 +11,6 @@
 namespace data_test {
 namespace {
 
-constexpr CellState Open = CellState::NotConnected;
-constexpr CellState Connected = CellState::Connected;
-constexpr CellState Excluded = CellState::ExcludedPair;
-
 // The vocabulary of a measurement on six channels; names are matrix indices.
 class Put : public testing::Test {
  protected:
