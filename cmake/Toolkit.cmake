@@ -22,12 +22,12 @@ function(discover_window_tests test)
     math(EXPR last "${parts} - 1")
     foreach(part RANGE ${last})
       add_test(NAME ${test}.${part} COMMAND ${test} --gtest_brief=1)
-      set_tests_properties(${test}.${part} PROPERTIES RUN_SERIAL TRUE
+      set_tests_properties(${test}.${part} PROPERTIES RESOURCE_LOCK screen
         ENVIRONMENT "GTEST_TOTAL_SHARDS=${parts};GTEST_SHARD_INDEX=${part}")
     endforeach()
   else()
     set_target_properties(${test} PROPERTIES
       CROSSCOMPILING_EMULATOR "${PROJECT_SOURCE_DIR}/tests/support/xvfb")
-    gtest_discover_tests(${test} NO_PRETTY_VALUES DISCOVERY_MODE PRE_TEST)
+    gtest_discover_tests(${test} NO_PRETTY_VALUES DISCOVERY_MODE PRE_TEST PROPERTIES COST 100)
   endif()
 endfunction()
