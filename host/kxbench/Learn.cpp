@@ -15,7 +15,6 @@ namespace kxbench {
 
 namespace {
 
-constexpr std::size_t SummaryIndent = 2;
 constexpr std::size_t LineWidth = 100;
 
 /// The answer to the question about a resistance near the threshold; none to ask it.
@@ -69,11 +68,10 @@ std::string SuspendedText(const std::vector<SuspendedChannel>& suspended) {
 std::string Entry(const std::string& label, const std::string& text) {
   constexpr std::size_t labelWidth = 24;
   std::string entry;
-  std::string start =
-      std::string(SummaryIndent, ' ') + label + std::string(labelWidth - CharactersIn(label), ' ');
-  for (const std::string& line : Wrapped(text, LineWidth - labelWidth - SummaryIndent)) {
+  std::string start = std::string(Indent, ' ') + label + std::string(labelWidth - CharactersIn(label), ' ');
+  for (const std::string& line : Wrapped(text, LineWidth - labelWidth - Indent)) {
     entry += start + line + "\n";
-    start.assign(SummaryIndent + labelWidth, ' ');
+    start.assign(Indent + labelWidth, ' ');
   }
   return entry;
 }

@@ -9,7 +9,6 @@ namespace kxbench {
 
 namespace {
 
-constexpr std::size_t Indent = 2;
 constexpr std::size_t TextWidth = 60;
 
 /// An upper limit from here on is none: what no instrument can reach is written where a limit must stand.

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace kxbench {
+
+/// Blanks before a line that belongs to the one above it.
+inline constexpr std::size_t Indent = 2;
 
 /// Characters in a UTF-8 text.
 std::size_t CharactersIn(const std::string& text);
