@@ -1,38 +1,13 @@
 // The system's 8-bit encoding where the locale names it.
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <map>
-#include <optional>
-#include <string>
-
 #include "data/SystemText.h"
+#include "tests/data/EnvironmentFixture.h"
 
-namespace shorttest::testkit {
+namespace data_test {
 namespace {
 
-// The environment is put back at the end.
-class SystemText : public ::testing::Test {
- protected:
-  ~SystemText() override {
-    for (const auto& [name, value] : before_) {
-      if (value) {
-        setenv(name.c_str(), value->c_str(), 1);
-      } else {
-        unsetenv(name.c_str());
-      }
-    }
-  }
+using shorttest::SystemTextToUtf8;
 
-  void Set(const std::string& name, const std::string& value) {
-    const char* const old = std::getenv(name.c_str());
-    before_.try_emplace(name, old != nullptr ? std::optional<std::string>(old) : std::nullopt);
-    setenv(name.c_str(), value.c_str(), 1);
-  }
-
- private:
-  std::map<std::string, std::optional<std::string>> before_;
-};
+class SystemText : public EnvironmentTest {};
 
 TEST_F(SystemText, IsUtf8WhereNoOtherLocaleIsThere) {
   for (const char* const locale : {"C", "POSIX", "C.UTF-8", "xx_XX.ISO-8859-15"}) {
@@ -62,4 +37,4 @@ TEST_F(SystemText, FollowsTheEncodingOfTheLocale) {
 #endif
 
 }  // namespace
-}  // namespace shorttest::testkit
+}  // namespace data_test

@@ -1,36 +1,17 @@
-#include <gtest/gtest.h>
-
 #include <clocale>
-#include <cstdlib>
-#include <optional>
-#include <string>
 
 #include "data/UserLocale.h"
+#include "tests/data/EnvironmentFixture.h"
 
 namespace data_test {
 namespace {
 
-// The locale of the test's environment, put back at the end.
-class UserLocale : public testing::Test {
+class UserLocale : public EnvironmentTest {
  protected:
-  UserLocale() {
-    if (const char* value = std::getenv("LC_ALL")) old_ = value;
-  }
-  ~UserLocale() override {
-    if (old_) {
-      setenv("LC_ALL", old_->c_str(), 1);
-    } else {
-      unsetenv("LC_ALL");
-    }
-  }
-
-  static std::string SeparatorUnder(const char* locale) {
-    setenv("LC_ALL", locale, 1);
+  std::string SeparatorUnder(const char* locale) {
+    Set("LC_ALL", locale);
     return shorttest::UserDecimalSeparator();
   }
-
- private:
-  std::optional<std::string> old_;
 };
 
 TEST_F(UserLocale, WithoutALocaleItIsAPoint) {
