@@ -24,10 +24,11 @@ bool WaitFor(const std::function<bool()>& condition, long patienceMs = 20000);
 /// Lets the windows work off all that is pending.
 void Settle();
 
-/// Clicks the middle of the window with the mouse.
+/// Clicks the middle of the window with the mouse, as ClickAt.
 void Click(wxWindow& window);
 
-/// Clicks a point of the screen.
+/// Clicks a point of the screen, again when the click gets lost. A click that no window of the program sees
+/// fails the test.
 void ClickAt(const wxPoint& point);
 
 /// Presses and releases a key, with modifiers (wxMOD_...), in whatever window has the keyboard.
