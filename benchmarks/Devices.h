@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "data/ShorttestData.h"
+#include "plugin/data/ShorttestData.h"
 
 /// Devices to measure the procedures with, as the net of each channel, and what a check expects of them.
 namespace devices {

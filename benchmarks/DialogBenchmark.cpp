@@ -12,11 +12,11 @@
 
 #include "benchmarks/Devices.h"
 #include "benchmarks/InstantDriver.h"
-#include "editor/EditorDialog.h"
-#include "editor/GUI_ShortTest.h"
-#include "learn/ShorttestLearn.h"
-#include "platform/Kxcommandinterfaces.h"
-#include "platform/UserInterfaceModule.h"
+#include "contracts/UserInterfaceModule.h"
+#include "framework/Kxcommandinterfaces.h"
+#include "plugin/editor/EditorDialog.h"
+#include "plugin/editor/GUI_ShortTest.h"
+#include "plugin/learn/ShorttestLearn.h"
 #include "tests/support/WidgetTest.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdlib>
 
-#include "platform/BrenmorHWDevice.h"
+#include "contracts/BrenmorHWDevice.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <ctime>
 
-#include "data/ShorttestData.h"
+#include "plugin/data/ShorttestData.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include "benchmarks/Devices.h"
 #include "benchmarks/InstantDriver.h"
 #include "benchmarks/QuietHost.h"
-#include "check/ShorttestCheck.h"
-#include "learn/ShorttestLearn.h"
+#include "plugin/check/ShorttestCheck.h"
+#include "plugin/learn/ShorttestLearn.h"
 
 namespace {
 

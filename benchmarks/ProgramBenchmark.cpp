@@ -15,7 +15,7 @@
 #include "benchmarks/Devices.h"
 #include "benchmarks/InstantDriver.h"
 #include "benchmarks/QuietHost.h"
-#include "check/ShorttestCheck.h"
+#include "plugin/check/ShorttestCheck.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "benchmarks/QuietHost.h"
 
-#include "check/ResultRecords.h"
-#include "platform/kxcomponents.h"
+#include "framework/kxcomponents.h"
+#include "plugin/check/ResultRecords.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <memory>
 
-#include "host/framework/MessageWindow.h"
-#include "platform/UserInterface.h"
+#include "contracts/UserInterface.h"
+#include "framework/MessageWindow.h"
 
 /// A host that costs next to nothing: a user interface that shows nothing, and a window that counts records.
 class QuietHost : public UserInterface {
@@ -25,5 +25,5 @@ class QuietHost : public UserInterface {
 
  private:
   std::int64_t records_ = 0;
-  kxbench::MessageWindow window_;
+  kx::MessageWindow window_;
 };

@@ -1,4 +1,4 @@
-#include "platform/BrenmorHWDevice.h"
+#include "contracts/BrenmorHWDevice.h"
 
 #include "simulator/Instrument.h"
 #include "simulator/LoadedTester.h"

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/BrenmorHWDevice.h"
+#include "contracts/BrenmorHWDevice.h"
 
 /// Control interface of the simulated tester, for tests that link its library. A real driver has none of it.
 /// All texts are UTF-8. One thread, the one that calls the driver.

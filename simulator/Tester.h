@@ -29,7 +29,7 @@ class Tester {
   /// A tester that cannot work: every call fails with `cause`.
   Tester(std::string cause, const TimeSource& time);
 
-  // The driver's calls, see platform/BrenmorHWDevice.h.
+  // The driver's calls, see contracts/BrenmorHWDevice.h.
   void BusWrite(std::int32_t address, std::int32_t reserved, std::int32_t value);
   void RelaySet(std::int32_t card, std::int32_t relay, std::int32_t state);
   std::int32_t MsuWriteRelay(std::int32_t relay, std::int32_t mode);

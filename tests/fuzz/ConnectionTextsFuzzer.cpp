@@ -9,13 +9,13 @@
 #include <string_view>
 #include <vector>
 
-#include "data/ShorttestData.h"
-#include "editor/ChannelNumbers.h"
-#include "editor/ConnectionTexts.h"
-#include "editor/DelimitedText.h"
-#include "editor/NamesView.h"
-#include "tests/editor/PlainConnections.h"
+#include "plugin/data/ShorttestData.h"
+#include "plugin/editor/ChannelNumbers.h"
+#include "plugin/editor/ConnectionTexts.h"
+#include "plugin/editor/DelimitedText.h"
+#include "plugin/editor/NamesView.h"
 #include "tests/fuzz/Require.h"
+#include "tests/plugin/editor/PlainConnections.h"
 
 namespace {
 

@@ -8,12 +8,12 @@
 #include <string>
 #include <string_view>
 
-#include "data/ExpectationText.h"
-#include "data/NumberText.h"
-#include "data/ShorttestData.h"
-#include "tests/data/ForeignLines.h"
-#include "tests/data/PlainReader.h"
+#include "plugin/data/ExpectationText.h"
+#include "plugin/data/ShorttestData.h"
 #include "tests/fuzz/Require.h"
+#include "tests/plugin/data/ForeignLines.h"
+#include "tests/plugin/data/PlainReader.h"
+#include "text/NumberText.h"
 
 namespace {
 

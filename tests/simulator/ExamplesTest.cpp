@@ -14,7 +14,7 @@
 #include <sstream>
 #include <vector>
 
-#include "data/ShorttestData.h"
+#include "plugin/data/ShorttestData.h"
 #include "simulator/DescriptionReader.h"
 #include "simulator/SystemText.h"
 #include "tests/simulator/Bench.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "hardware/Bus.h"
+#include "plugin/hardware/Bus.h"
 #include "tests/support/CallLog.h"
 #include "tests/support/ExpectedCalls.h"
 #include "tests/support/FakeClock.h"

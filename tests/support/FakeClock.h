@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "hardware/Timing.h"
-#include "platform/Clock.h"
+#include "plugin/hardware/Clock.h"
+#include "plugin/hardware/Timing.h"
 #include "tests/support/CallLog.h"
 
 namespace shorttest::testkit {

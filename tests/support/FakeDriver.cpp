@@ -6,7 +6,7 @@
 #include <cstring>
 #include <queue>
 
-#include "platform/BrenmorHWDevice.h"
+#include "contracts/BrenmorHWDevice.h"
 
 namespace shorttest::testkit {
 namespace {

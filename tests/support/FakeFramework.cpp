@@ -3,9 +3,9 @@
 #include <map>
 #include <stdexcept>
 
-#include "platform/Kxcommandinterfaces.h"
-#include "platform/WindowMessages.h"
-#include "platform/kxcomponents.h"
+#include "contracts/WindowMessages.h"
+#include "framework/Kxcommandinterfaces.h"
+#include "framework/kxcomponents.h"
 
 namespace {
 

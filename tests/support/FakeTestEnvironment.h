@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "platform/Kxcommandinterfaces.h"
+#include "framework/Kxcommandinterfaces.h"
 #include "tests/support/CallLog.h"
 
 namespace shorttest::testkit {

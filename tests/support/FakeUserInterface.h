@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/UserInterface.h"
+#include "contracts/UserInterface.h"
 #include "tests/support/CallLog.h"
 
 namespace shorttest::testkit {

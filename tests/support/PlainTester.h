@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/BrenmorHWDevice.h"
+#include "contracts/BrenmorHWDevice.h"
 #include "tests/support/CallLog.h"
 #include "tests/support/FakeClock.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "data/ShorttestData.h"
+#include "plugin/data/ShorttestData.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeDriver.h"
 #include "tests/support/PlainTester.h"

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/UserInterface.h"
+#include "contracts/UserInterface.h"
 
 /// A user in front of real windows. The test program runs on a screen with a window manager; its main is that
 /// of WidgetTestMain.cpp, which makes the user interface before the first test and fails a test whenever the

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <wx/debug.h>
 
-#include "platform/UserInterfaceModule.h"
+#include "contracts/UserInterfaceModule.h"
 #include "tests/support/WidgetTest.h"
 
 namespace {

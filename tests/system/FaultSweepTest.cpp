@@ -1,5 +1,5 @@
 // Every single call of the driver fails once, in a check and in learning.
-#include "hardware/Bus.h"
+#include "plugin/hardware/Bus.h"
 #include "simulator/SimulatedTester.h"
 #include "tests/support/MatrixText.h"
 #include "tests/system/SweepHarness.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "data/ShorttestData.h"
+#include "plugin/data/ShorttestData.h"
 
 namespace shorttest::testkit {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "data/ShorttestData.h"
+#include "plugin/data/ShorttestData.h"
 
 namespace shorttest::testkit {
 

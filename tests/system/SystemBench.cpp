@@ -1,11 +1,11 @@
 #include "tests/system/SystemBench.h"
 
-#include "check/CheckForm.h"
-#include "check/ResultRecords.h"
-#include "data/NumberText.h"
-#include "hardware/Timing.h"
-#include "platform/kxcomponents.h"
+#include "framework/kxcomponents.h"
+#include "plugin/check/CheckForm.h"
+#include "plugin/check/ResultRecords.h"
+#include "plugin/hardware/Timing.h"
 #include "simulator/SimulatedTester.h"
+#include "text/NumberText.h"
 
 namespace shorttest::testkit {
 

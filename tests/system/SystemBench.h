@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "check/ShorttestCheck.h"
-#include "learn/ShorttestLearn.h"
-#include "platform/Clock.h"
+#include "plugin/check/ShorttestCheck.h"
+#include "plugin/hardware/Clock.h"
+#include "plugin/learn/ShorttestLearn.h"
 #include "tests/support/FakeFramework.h"
 #include "tests/support/FakeTestEnvironment.h"
 #include "tests/support/FakeUserInterface.h"

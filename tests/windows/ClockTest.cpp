@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "hardware/SystemClock.h"
+#include "plugin/hardware/SystemClock.h"
 
 // The clock is the system's own: its counter, the counter's frequency, its milliseconds since the start.
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "data/ShorttestData.h"
+#include "plugin/data/ShorttestData.h"
 #include "tests/windows/ScratchFolder.h"
 
 // `kxbench edit` with its own windows, and a user in front of them.

@@ -3,7 +3,7 @@
 
 #include <system_error>
 
-#include "data/ShorttestData.h"
+#include "plugin/data/ShorttestData.h"
 #include "tests/windows/ScratchFolder.h"
 
 // Expectation files as Windows treats files: locked by others, read-only, with any name.

@@ -5,7 +5,7 @@
 #include <initializer_list>
 #include <string>
 
-#include "platform/BrenmorHWDevice.h"
+#include "contracts/BrenmorHWDevice.h"
 
 // A driver of somebody else's, as a library of its own: one card, no device. It writes each call as a line
 // into the file that FOREIGN_TRACE names; behind free_mem stands the number of texts that are left. With

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/kxextension.h"
+#include "framework/kxextension.h"
 
 // The plug-in as a DLL in a host's process: loaded, called, unloaded, and all that again.
 

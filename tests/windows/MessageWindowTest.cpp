@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "check/ResultRecords.h"
+#include "plugin/check/ResultRecords.h"
 
 // Records go to a window that knows nothing of this project, through the system's own call.
 

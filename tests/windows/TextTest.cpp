@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "data/SystemText.h"
-#include "data/UserLocale.h"
-#include "editor/TextEncoding.h"
+#include "plugin/editor/TextEncoding.h"
+#include "text/SystemText.h"
+#include "text/UserLocale.h"
 
 // The user's decimal separator and the system's 8-bit encoding, as Windows has them.
 

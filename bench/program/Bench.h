@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "bench/program/ExitStatus.h"
+
+namespace kxbench {
+
+/// Does what the command line asks. Throws what keeps it from running, Failure for what it foresees.
+ExitStatus RunBench(std::vector<std::string> arguments);
+
+}  // namespace kxbench

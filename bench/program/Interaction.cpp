@@ -1,0 +1,65 @@
+#include "bench/program/Interaction.h"
+
+#include "bench/program/Failure.h"
+#include "bench/program/System.h"
+#include "framework/kxcomponents.h"
+#include "ui/terminal/Interrupt.h"
+
+namespace kxbench {
+
+WindowUserInterface::WindowUserInterface()
+    : library_("the window user interface", ProgramFolder() / LibraryFileName("kxui_wx", LibraryPrefix::Lib),
+               DynamicLibrary::Unload::Never) {
+  const auto create = library_.Find<KxCreateUserInterface>(KxCreateUserInterfaceName);
+  destroy_ = library_.Find<KxDestroyUserInterface>(KxDestroyUserInterfaceName);
+  if (create == nullptr || destroy_ == nullptr) {
+    throw Failure(Utf8FromPath(library_.File()) + " is no user interface: it does not export " +
+                  (create == nullptr ? KxCreateUserInterfaceName : KxDestroyUserInterfaceName));
+  }
+  userInterface_ = create();
+  if (userInterface_ == nullptr) throw Failure("cannot show windows: no display can be reached");
+}
+
+WindowUserInterface::~WindowUserInterface() { destroy_(userInterface_); }
+
+Surface SurfaceOf(ProgressChoice choice) {
+  switch (choice) {
+    case ProgressChoice::Window:
+      return Surface::Windows;
+    case ProgressChoice::None:
+      return Surface::Silent;
+    case ProgressChoice::Auto:
+    case ProgressChoice::Terminal:
+      break;
+  }
+  return Surface::Terminal;
+}
+
+Interaction::Interaction(Surface surface, std::optional<int> answer) : terminal_(OpenTerminal()) {
+  UserInterface* inner = nullptr;
+  if (surface == Surface::Windows) {
+    windows_ = std::make_unique<WindowUserInterface>();
+    inner = &windows_->Get();
+  } else {
+    const ProgressStyle style = surface == Surface::Silent ? ProgressStyle::Silent : ProgressStyle::Shown;
+    terminalUserInterface_ = std::make_unique<TerminalUserInterface>(*terminal_, style);
+    inner = terminalUserInterface_.get();
+  }
+  supervised_ = std::make_unique<SupervisedUserInterface>(
+      *inner, Supervision{InterruptWatch::Interrupted, answer,
+                          [this](const std::string& text) { Tell("warning: " + text); }});
+  SetApplication(supervised_.get());
+}
+
+Interaction::~Interaction() { SetApplication(nullptr); }
+
+void Interaction::Tell(const std::string& line) {
+  HideProgress();
+  terminal_->Write("kxbench: " + line + "\n");
+}
+
+void Interaction::HideProgress() {
+  if (terminalUserInterface_) terminalUserInterface_->HideProgress();
+}
+
+}  // namespace kxbench

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "bench/program/DynamicLibrary.h"
+#include "bench/program/Options.h"
+#include "contracts/UserInterfaceModule.h"
+#include "ui/terminal/SupervisedUserInterface.h"
+#include "ui/terminal/TerminalUserInterface.h"
+
+namespace kxbench {
+
+/// The user interface from a library of its own, with windows.
+class WindowUserInterface {
+ public:
+  /// Loads it from the program's folder. Throws Failure when it is missing or finds no display.
+  WindowUserInterface();
+  ~WindowUserInterface();
+  WindowUserInterface(const WindowUserInterface&) = delete;
+  WindowUserInterface& operator=(const WindowUserInterface&) = delete;
+
+  UserInterface& Get() { return *userInterface_; }
+
+ private:
+  DynamicLibrary library_;
+  KxDestroyUserInterface destroy_ = nullptr;
+  UserInterface* userInterface_ = nullptr;
+};
+
+enum class Surface { Terminal, Silent, Windows };
+
+/// Where --progress wants a script's or learning's progress.
+Surface SurfaceOf(ProgressChoice choice);
+
+/// The program's talk with its user: the user interface that extensions get, and lines on standard error.
+class Interaction {
+ public:
+  /// Sets up the user interface and makes it the one that extensions get. `answer` is given to every question
+  /// that offers it. Throws Failure when there are no windows.
+  Interaction(Surface surface, std::optional<int> answer);
+  ~Interaction();
+  Interaction(const Interaction&) = delete;
+  Interaction& operator=(const Interaction&) = delete;
+
+  /// Shows "kxbench: `line`" on standard error.
+  void Tell(const std::string& line);
+
+  /// Clears the terminal of a progress bar, before something else is written there.
+  void HideProgress();
+
+  UserInterface& Get() { return *supervised_; }
+
+ private:
+  std::unique_ptr<Terminal> terminal_;
+  std::unique_ptr<TerminalUserInterface> terminalUserInterface_;
+  std::unique_ptr<WindowUserInterface> windows_;
+  std::unique_ptr<SupervisedUserInterface> supervised_;
+};
+
+}  // namespace kxbench

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "bench/program/ExitStatus.h"
+#include "bench/program/Record.h"
+#include "bench/program/Script.h"
+
+namespace kxbench {
+
+/// How a command ended.
+enum class StepEnd {
+  Finished,   ///< it sent its records
+  Cancelled,  ///< the user stopped it
+  Silent,     ///< it ended by itself and sent no record: what it was to find out is not known
+  Failed,     ///< it threw
+};
+
+struct StepResult {
+  StepEnd end = StepEnd::Finished;
+  std::vector<Record> records;
+  std::string failure;  ///< text of a failure; else empty
+
+  ExitStatus Status() const;
+};
+
+/// What a run tells while it goes on.
+class RunObserver {
+ public:
+  virtual ~RunObserver();
+
+  /// A record came; called during the sender's call. What it throws comes back from ScriptRun::Run.
+  virtual void RecordReceived(const Record& record);
+
+  virtual void StepEnded(const ScriptStep& step, const StepResult& result);
+
+  /// `left` is the number of steps that were not started.
+  virtual void RunEnded(const std::vector<StepResult>& results, std::size_t left);
+};
+
+/// The host as the run sees it.
+struct RunHost {
+  std::function<bool()> cancelled;               ///< the command told of a cancel, or the user interrupted
+  std::function<void()> rethrowKept;             ///< throws what failed while a record was received
+  std::function<void(const std::string&)> tell;  ///< shows the user one line
+};
+
+/// Runs a script's steps in order. A failure and a cancel end the run after the step.
+class ScriptRun {
+ public:
+  ScriptRun(RunHost host, RunObserver& observer);
+
+  /// Takes a record that the running command sent.
+  void Receive(const std::string& line);
+
+  /// Runs the steps. The result is the gravest of theirs, and a cancel where steps were left.
+  ExitStatus Run(const Script& script);
+
+ private:
+  StepResult RunStep(const ScriptStep& step);
+
+  RunHost host_;
+  RunObserver& observer_;
+  std::vector<Record> records_;
+};
+
+}  // namespace kxbench

@@ -1,0 +1,68 @@
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+// shellapi.h needs windows.h first.
+#include <shellapi.h>
+
+#include <cstdlib>
+
+#include "bench/program/Failure.h"
+#include "bench/program/System.h"
+
+namespace kxbench {
+
+std::vector<std::string> Utf8Arguments(int, char**) {
+  int count = 0;
+  wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count);
+  if (wide == nullptr) throw Failure("cannot read the command line");
+  std::vector<std::string> arguments;
+  for (int i = 1; i < count; ++i) arguments.push_back(Utf8FromPath(std::filesystem::path(wide[i])));
+  LocalFree(wide);
+  return arguments;
+}
+
+std::filesystem::path ProgramFolder() {
+  std::wstring name(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+    if (length == 0) throw Failure("cannot find the program's own folder");
+    if (length < name.size()) {
+      name.resize(length);
+      return std::filesystem::path(name).parent_path();
+    }
+    name.resize(name.size() * 2);
+  }
+}
+
+void SetEnvironment(const std::string& name, const std::string& value) {
+  // The C library's call: it changes the system's environment and its own copy, which getenv reads.
+  const std::wstring wideName = PathFromUtf8(name).wstring();
+  const std::wstring wideValue = PathFromUtf8(value).wstring();
+  if (_wputenv_s(wideName.c_str(), wideValue.c_str()) != 0) throw Failure("cannot set the variable " + name);
+}
+
+void AddLibraryFolders(const std::filesystem::path& first, const std::filesystem::path& last) {
+  // For a library loaded by its whole name the system looks beside that library, no longer beside the
+  // program, and along PATH last.
+  const wchar_t* before = _wgetenv(L"PATH");
+  const std::wstring path =
+      first.wstring() + L";" + (before == nullptr ? L"" : before + std::wstring(L";")) + last.wstring();
+  if (_wputenv_s(L"PATH", path.c_str()) != 0) throw Failure("cannot set the variable PATH");
+}
+
+bool OutputShowsColours() {
+  const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+  DWORD mode = 0;
+  if (GetConsoleMode(output, &mode) == 0 || std::getenv("NO_COLOR") != nullptr) return false;
+  return SetConsoleMode(output, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+void PrepareConsole() { SetConsoleOutputCP(CP_UTF8); }
+
+std::string LibraryFileName(const std::string& name, LibraryPrefix) { return name + ".dll"; }
+
+}  // namespace kxbench

@@ -1,0 +1,103 @@
+#include "plugin/editor/ConnectionTexts.h"
+
+#include <cstddef>
+#include <cstdint>
+
+#include "plugin/editor/ChannelNumbers.h"
+#include "plugin/editor/DelimitedText.h"
+
+namespace shorttest {
+namespace {
+
+// For each channel what it is connected to and, of the pairs excluded, the higher ones; ascending.
+struct Partners {
+  std::vector<std::vector<std::int32_t>> connected;
+  std::vector<std::vector<std::int32_t>> excluded;
+};
+
+// Reads the matrix once, row by row as it lies in memory: this runs at every progress report of learning.
+Partners FindPartners(const TShortTestData& data) {
+  const std::size_t count = data.connections.size();
+  Partners partners{std::vector<std::vector<std::int32_t>>(count),
+                    std::vector<std::vector<std::int32_t>>(count)};
+  for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t j = 0; j < i; ++j) {
+      const CellState state = data.connections[i][j].state;
+      if (state == CellState::Connected) {
+        partners.connected[i].push_back(static_cast<std::int32_t>(j));
+        partners.connected[j].push_back(static_cast<std::int32_t>(i));
+      } else if (state == CellState::ExcludedPair) {
+        partners.excluded[j].push_back(static_cast<std::int32_t>(i));
+      }
+    }
+  }
+  return partners;
+}
+
+void Reset(TShortTestData& data) {
+  for (std::int32_t i = 0; i <= data.Highconnections(); ++i) {
+    data.SetC(i, i, CellState::NotApplicable, NoResistance);
+    for (std::int32_t j = 0; j < i; ++j) data.SetC(i, j, CellState::Unknown, NoResistance);
+  }
+}
+
+// Calls pair(first, other) for the first channel of the line with each of the others.
+template <typename Pair>
+void ForEachPair(const TShortTestData& data, const std::string& line, Pair pair) {
+  const std::vector<std::string> items = SplitDelimited(line, ',');
+  if (items.empty()) return;
+  const std::int32_t first = ChannelIndex(data, items.front());
+  for (std::size_t i = 1; i < items.size(); ++i) pair(first, ChannelIndex(data, items[i]));
+}
+
+}  // namespace
+
+ConnectionTexts TextsFromMatrix(const TShortTestData& data) {
+  const Partners partners = FindPartners(data);
+  std::vector<bool> listed(data.connections.size(), false);
+  ConnectionTexts texts;
+  for (std::int32_t i = 0; i <= data.Highconnections(); ++i) {
+    const auto row = static_cast<std::size_t>(i);
+    const std::string number = std::to_string(data.von + i);
+    if (data.Get(i, i) == CellState::Suspended) texts.blocked += " " + number;
+    for (const std::int32_t j : partners.excluded[row]) {
+      texts.skipped.push_back(number + " " + std::to_string(data.von + j));
+    }
+    // A damaged file may connect channels without closing the net: a partner of a listed channel is marked
+    // all the same, whether or not that channel gets a line.
+    const bool open = !listed[row] && !partners.connected[row].empty();
+    std::string line = number;
+    for (const std::int32_t j : partners.connected[row]) {
+      listed[static_cast<std::size_t>(j)] = true;
+      if (open) line += " " + std::to_string(data.von + j);
+    }
+    if (open) texts.expected.push_back(line);
+  }
+  return texts;
+}
+
+void MatrixFromTexts(const ConnectionTexts& texts, TShortTestData& data) {
+  Reset(data);
+  for (const std::string& item : SplitDelimited(texts.blocked, ',')) {
+    const std::int32_t channel = ChannelIndex(data, item);
+    data.SetC(channel, channel, CellState::Suspended, NoResistance);
+  }
+  for (const std::string& line : texts.skipped) {
+    ForEachPair(data, line, [&data](std::int32_t a, std::int32_t b) {
+      // A channel is no pair with itself, and a blocked one must not come back into the test that way.
+      if (a != b) data.SetC(a, b, CellState::ExcludedPair, NoResistance);
+    });
+  }
+  for (const std::string& line : texts.expected) {
+    ForEachPair(data, line, [&data](std::int32_t a, std::int32_t b) {
+      data.Put(a, b, CellState::Connected, NoResistance);
+    });
+  }
+  for (std::int32_t i = 0; i <= data.Highconnections(); ++i) {
+    for (std::int32_t j = 0; j < i; ++j) {
+      if (data.Get(i, j) == CellState::Unknown) data.SetC(i, j, CellState::NotConnected, NoResistance);
+    }
+  }
+}
+
+}  // namespace shorttest

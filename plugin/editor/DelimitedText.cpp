@@ -1,0 +1,101 @@
+#include "plugin/editor/DelimitedText.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace shorttest {
+namespace {
+
+constexpr char Quote = '"';
+
+// Blanks and control characters; bytes of UTF-8 sequences are neither.
+bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
+
+void SkipBlanks(std::string_view& rest) {
+  const auto* const end = std::find_if_not(rest.begin(), rest.end(), IsBlank);
+  rest.remove_prefix(static_cast<std::size_t>(end - rest.begin()));
+}
+
+std::string TakeQuoted(std::string_view& rest) {
+  std::string item;
+  rest.remove_prefix(1);
+  while (!rest.empty()) {
+    const char c = rest.front();
+    rest.remove_prefix(1);
+    if (c == Quote) {
+      if (rest.empty() || rest.front() != Quote) break;
+      rest.remove_prefix(1);
+    }
+    item += c;
+  }
+  return item;
+}
+
+std::string TakePlain(std::string_view& rest, char delimiter) {
+  const auto* const end =
+      std::find_if(rest.begin(), rest.end(), [delimiter](char c) { return IsBlank(c) || c == delimiter; });
+  const auto length = static_cast<std::size_t>(end - rest.begin());
+  std::string item(rest.substr(0, length));
+  rest.remove_prefix(length);
+  return item;
+}
+
+}  // namespace
+
+std::vector<std::string> SplitDelimited(std::string_view text, char delimiter) {
+  std::vector<std::string> items;
+  SkipBlanks(text);
+  while (!text.empty()) {
+    items.push_back(text.front() == Quote ? TakeQuoted(text) : TakePlain(text, delimiter));
+    SkipBlanks(text);
+    if (!text.empty() && text.front() == delimiter) {
+      text.remove_prefix(1);
+      if (text.empty()) items.emplace_back();
+      SkipBlanks(text);
+    }
+  }
+  return items;
+}
+
+std::string JoinDelimited(const std::vector<std::string>& items, char delimiter) {
+  std::string text;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (i > 0) text += delimiter;
+    const std::string& item = items[i];
+    const bool quoted = std::any_of(
+        item.begin(), item.end(), [delimiter](char c) { return IsBlank(c) || c == Quote || c == delimiter; });
+    if (!quoted) {
+      text += item;
+      continue;
+    }
+    text += Quote;
+    for (const char c : item) {
+      if (c == Quote) text += Quote;
+      text += c;
+    }
+    text += Quote;
+  }
+  return text;
+}
+
+std::vector<std::string> SplitLines(std::string_view text) {
+  std::vector<std::string> lines;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+    lines.emplace_back(text.substr(0, end));
+    text.remove_prefix(end);
+    if (!text.empty()) text.remove_prefix(text.substr(0, 2) == "\r\n" ? 2 : 1);
+  }
+  return lines;
+}
+
+std::string JoinLines(const std::vector<std::string>& lines) {
+  std::string text;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (i > 0) text += '\n';
+    text += lines[i];
+  }
+  return text;
+}
+
+}  // namespace shorttest

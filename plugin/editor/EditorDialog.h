@@ -1,0 +1,61 @@
+#pragma once
+
+#include <wx/dialog.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "plugin/editor/UpDownEdit.h"
+
+namespace shorttest {
+
+/// The editor dialog's native window: what it does as a window, whatever its controls mean. Keeps the keys of
+/// its labels and tells when the keyboard leaves a control for another one of the dialog.
+class EditorDialog : public wxDialog {
+ public:
+  explicit EditorDialog(const wxString& caption);
+  ~EditorDialog() override;
+
+  /// Attaches arrow buttons to an edit; the dialog keeps the pair.
+  UpDownEdit* AddUpDown(wxTextCtrl& edit, const UpDownEdit::Limits& limits, std::int32_t position);
+
+  /// Lets Alt and the letter behind the "&" in `caption` move the keyboard to `target`. Of several controls
+  /// with the same letter each press takes the next one.
+  void AddAccelerator(const wxString& caption, wxWindow& target);
+
+  /// `handler` runs when the keyboard leaves `control` for another control of this dialog. Not when another
+  /// window comes to the front.
+  void OnLeave(wxWindow& control, std::function<void()> handler);
+
+  /// Acts as if the keyboard left the control that has it.
+  void LeaveControl();
+
+  /// `handler` runs when the user presses F1.
+  void OnHelpKey(std::function<void()> handler) { helpHandler_ = std::move(handler); }
+
+  /// `handler` runs when the user asks for another page, wherever the keyboard is: with false for the one
+  /// before (Ctrl+PageUp, Ctrl+Shift+Tab), with true for the next one (Ctrl+PageDown, Ctrl+Tab).
+  void OnPageKey(std::function<void(bool forward)> handler) { pageHandler_ = std::move(handler); }
+
+  /// Forgets which control had the keyboard, without leaving it.
+  void ForgetControl() { current_ = nullptr; }
+
+ private:
+  void OnChildFocus(wxChildFocusEvent& event);
+  void OnKillFocus(wxFocusEvent& event);
+  void OnCharHook(wxKeyEvent& event);
+  bool GoToAccelerator(wchar_t letter);
+  wxWindow* NextTarget(wchar_t letter) const;
+
+  std::vector<std::unique_ptr<UpDownEdit>> upDowns_;
+  std::map<wchar_t, std::vector<wxWindow*>> accelerators_;
+  std::map<wxWindow*, std::function<void()>> leaveHandlers_;
+  std::function<void()> helpHandler_;
+  std::function<void(bool)> pageHandler_;
+  wxWindow* current_ = nullptr;
+};
+
+}  // namespace shorttest

@@ -1,0 +1,64 @@
+// Learning the connections from a device.
+
+#include <wx/button.h>
+#include <wx/gauge.h>
+#include <wx/panel.h>
+
+#include <algorithm>
+
+#include "plugin/editor/EditorDialog.h"
+#include "plugin/editor/GUI_ShortTest.h"
+#include "plugin/editor/UpDownEdit.h"
+#include "plugin/hardware/Bus.h"
+#include "plugin/learn/ShorttestLearn.h"
+#include "text/Rounding.h"
+
+void TShortTestForm::BT_LearnClick() {
+  Window()->LeaveControl();
+  if (!pendingErrors_.empty()) return;
+  if (!InitHardware()) {
+    ShowError("Konnte Anzahl Kanäle nicht ermitteln.");
+    return;
+  }
+  UpDownMin->SetMaximum(HWChannelCount - 1);
+  UpDownMax->SetMaximum(HWChannelCount);
+  {
+    const LearningMode learning(*this);
+    LearnConnections(*comp_, LearnProgress);
+  }
+  ShowGrid();
+  ShowConnections();
+}
+
+// What could change the data is disabled: the user's keys and clicks are handled while the learning runs.
+TShortTestForm::LearningMode::LearningMode(TShortTestForm& form) : form_(form) {
+  form_.learning_ = true;
+  Enable(false);
+  form_.ButtonCancel->SetFocus();
+}
+
+TShortTestForm::LearningMode::~LearningMode() {
+  Enable(true);
+  form_.BT_Learn->SetFocus();
+  form_.learning_ = false;
+}
+
+void TShortTestForm::LearningMode::Enable(bool enable) {
+  form_.BT_Learn->Enable(enable);
+  form_.BT_OK->Enable(enable);
+  form_.DatenPanel->Enable(enable);
+}
+
+bool TShortTestForm::ShowLearnProgress(double position) {
+  if (modalResult_ == mrCancel) return true;
+  const int percent = static_cast<int>(shorttest::RoundToEven(position * 100.0));
+  ProgressBar1->SetValue(std::clamp(percent, 0, ProgressBar1->GetRange()));
+  ShowConnections();
+  ShowGrid();
+  Application().ProcessMessages();
+  return false;
+}
+
+bool LearnProgress(double position) {
+  return ActiveShortTestForm == nullptr || ActiveShortTestForm->ShowLearnProgress(position);
+}

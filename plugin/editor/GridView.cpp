@@ -1,0 +1,147 @@
+#include "plugin/editor/GridView.h"
+
+#include <wx/dcclient.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace shorttest {
+namespace {
+
+// Beyond that many the parts cost more than the whole.
+constexpr std::size_t MostPartialRefreshes = 64;
+
+// Smaller cells, of a pixel or two, would be hidden by their lines more than they are told apart.
+constexpr int SmallestCellWithLines = 3;
+
+bool HasLines(int cellSize) { return cellSize >= SmallestCellWithLines; }
+
+}  // namespace
+
+GridView::GridView(wxWindow& parent, CellPainter painter) : painter_(std::move(painter)) {
+  SetBackgroundStyle(wxBG_STYLE_PAINT);
+  Create(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS);
+  Bind(wxEVT_PAINT, [this](wxPaintEvent&) { Paint(); });
+  Bind(wxEVT_KEY_DOWN, &GridView::OnKey, this);
+  Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) {
+    SetFocus();
+    const wxSize pitch = Pitch();
+    MoveFocus(wxPoint(event.GetX() / pitch.x, event.GetY() / pitch.y));
+  });
+  const auto refreshFocus = [this](wxFocusEvent& event) {
+    RefreshCells({focused_.x, focused_.y, focused_.x, focused_.y});
+    event.Skip();
+  };
+  Bind(wxEVT_SET_FOCUS, refreshFocus);
+  Bind(wxEVT_KILL_FOCUS, refreshFocus);
+}
+
+void GridView::ShowData(const TShortTestData& data) {
+  const int count = Count();
+  const std::vector<CellRange> changed = picture_.Update(data);
+  if (count != Count()) MoveFocus(focused_);
+  if (changed.size() > MostPartialRefreshes) {
+    Refresh();
+  } else {
+    for (const CellRange& range : changed) RefreshCells(range);
+  }
+}
+
+void GridView::SetCellSize(const wxSize& size) {
+  if (size == cellSize_) return;
+  cellSize_ = size;
+  Refresh();
+}
+
+wxRect GridView::CellRect(int column, int row) const {
+  const wxSize pitch = Pitch();
+  const wxSize cell(HasLines(cellSize_.x) ? cellSize_.x : pitch.x,
+                    HasLines(cellSize_.y) ? cellSize_.y : pitch.y);
+  return {wxPoint(column * pitch.x, row * pitch.y), cell};
+}
+
+wxSize GridView::Pitch() const { return {cellSize_.x + LineWidth, cellSize_.y + LineWidth}; }
+
+// The cells that the area touches; right is left of left when there are none.
+CellRange GridView::CellsIn(const wxRect& area) const {
+  const wxSize pitch = Pitch();
+  const int last = Count() - 1;
+  return {std::max(0, area.GetLeft() / pitch.x), std::max(0, area.GetTop() / pitch.y),
+          std::min(last, area.GetRight() / pitch.x), std::min(last, area.GetBottom() / pitch.y)};
+}
+
+void GridView::RefreshCells(const CellRange& range) {
+  RefreshRect(CellRect(range.left, range.top).Union(CellRect(range.right, range.bottom)), false);
+}
+
+void GridView::Paint() {
+  wxPaintDC dc(this);
+  for (wxRegionIterator part(GetUpdateRegion()); part; ++part) {
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(GetBackgroundColour());
+    dc.DrawRectangle(part.GetRect());
+    const CellRange cells = CellsIn(part.GetRect());
+    if (cells.left <= cells.right && cells.top <= cells.bottom) PaintCells(dc, cells);
+  }
+}
+
+// Cells of the same state that stand in a row are painted in one go, and the lines between them on top: one
+// by one, 240 x 240 cells take thirty times as long.
+void GridView::PaintCells(wxDC& dc, const CellRange& range) {
+  for (int row = range.top; row <= range.bottom; ++row) {
+    for (int column = range.left; column <= range.right;) {
+      const int first = column;
+      const CellState state = picture_.State(first, row);
+      while (column <= range.right && picture_.State(column, row) == state) ++column;
+      painter_(dc, first, row, CellRect(first, row).Union(CellRect(column - 1, row)), false);
+    }
+  }
+
+  const wxRect area = CellRect(range.left, range.top).Union(CellRect(range.right, range.bottom));
+  dc.SetPen(*wxTRANSPARENT_PEN);
+  dc.SetBrush(GetBackgroundColour());
+  for (int column = range.left; HasLines(cellSize_.x) && column <= range.right; ++column) {
+    dc.DrawRectangle(CellRect(column, 0).GetRight() + 1, area.y, LineWidth, area.height);
+  }
+
+  const bool focusInside = range.left <= focused_.x && focused_.x <= range.right && range.top <= focused_.y &&
+                           focused_.y <= range.bottom;
+  if (HasFocus() && focusInside) {
+    painter_(dc, focused_.x, focused_.y, CellRect(focused_.x, focused_.y), true);
+  }
+}
+
+void GridView::OnKey(wxKeyEvent& event) {
+  switch (event.GetKeyCode()) {
+    case WXK_LEFT:
+      return MoveFocus(focused_ + wxPoint(-1, 0));
+    case WXK_RIGHT:
+      return MoveFocus(focused_ + wxPoint(1, 0));
+    case WXK_UP:
+      return MoveFocus(focused_ + wxPoint(0, -1));
+    case WXK_DOWN:
+      return MoveFocus(focused_ + wxPoint(0, 1));
+    case WXK_HOME:
+      return MoveFocus({0, 0});
+    case WXK_END:
+      return MoveFocus({Count() - 1, Count() - 1});
+    case WXK_TAB:
+      HandleAsNavigationKey(event);
+      return;
+    default:
+      event.Skip();
+  }
+}
+
+void GridView::MoveFocus(const wxPoint& cell) {
+  const int last = std::max(0, Count() - 1);
+  const wxPoint target(std::clamp(cell.x, 0, last), std::clamp(cell.y, 0, last));
+  if (target == focused_) return;
+  RefreshCells({focused_.x, focused_.y, focused_.x, focused_.y});
+  focused_ = target;
+  RefreshCells({focused_.x, focused_.y, focused_.x, focused_.y});
+}
+
+}  // namespace shorttest

@@ -1,0 +1,160 @@
+#include "plugin/hardware/Bus.h"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+#include <string>
+
+#include "contracts/BrenmorHWDevice.h"
+#include "plugin/hardware/DriverText.h"
+#include "plugin/hardware/Timing.h"
+
+std::int32_t HWChannelCount = 0;
+
+namespace {
+
+constexpr std::int32_t ChannelsPerCard = 48;
+constexpr std::int32_t FirstLineAddress = 128;  // line 0 of card 0; two addresses a card
+constexpr std::int32_t MaxCards = 64;           // addresses have 8 bits
+constexpr std::int32_t LineReset = 64;
+constexpr std::int32_t CloseRelay = 128;
+constexpr std::array<std::int32_t, 2> AuxiliaryLine0 = {CloseRelay + 48, CloseRelay + 50};
+constexpr std::array<std::int32_t, 2> AuxiliaryLine1 = {CloseRelay + 49, CloseRelay + 51};
+constexpr double OpeningSettleSeconds = 0.001;
+constexpr std::int32_t ProbeMode = 2;
+
+void WriteBus(std::int32_t address, std::int32_t value) {
+  brenmor_bus_write(address, 0, value);
+  ++shorttest::Usage().relayOperations;
+}
+
+constexpr std::int32_t LineAddress(std::int32_t card, std::int32_t line) {
+  return FirstLineAddress + 2 * card + line;
+}
+
+// Where a channel sits. The loop instead of a division keeps the arithmetic of numbers that no card has.
+struct ChannelPlace {
+  std::int32_t address;
+  std::int32_t relay;
+
+  ChannelPlace(std::int32_t channel, std::int32_t line) : address(FirstLineAddress), relay(channel) {
+    while (relay > ChannelsPerCard) {
+      address += 2;
+      relay -= ChannelsPerCard;
+    }
+    address += line;
+    relay = static_cast<std::int32_t>(static_cast<std::uint32_t>(relay) - 1U);  // wraps at the lowest number
+  }
+};
+
+bool ProbeRelay(std::int32_t relay) { return brenmor_msu_write_relay(relay, ProbeMode) != 0; }
+
+bool HasTermination(const TShortTestData& data) { return data.LastRelaisKarte > 0 && data.LastRelais > 0; }
+
+void SwitchTermination(const TShortTestData& data, std::int32_t state) {
+  brenmor_relay_set(data.LastRelaisKarte - 1, data.LastRelais - 1, state);
+  ++shorttest::Usage().relayOperations;
+}
+
+}  // namespace
+
+void CheckHWError() {
+  if (brenmor_bus_get_error() == 0) return;
+  throw TShortTestHWException(shorttest::TakeDriverErrorText());
+}
+
+void ConnectChannel(std::int32_t channel, std::int32_t line) {
+  const ChannelPlace place(channel, line);
+  WriteBus(place.address, place.relay | CloseRelay);
+  CheckHWError();
+}
+
+void ReleaseChannel(std::int32_t channel, std::int32_t line) {
+  const ChannelPlace place(channel, line);
+  WriteBus(place.address, place.relay);
+  CheckHWError();
+  DelaySeconds(OpeningSettleSeconds);
+}
+
+bool InitHardware() {
+  brenmor_bus_delete_error();
+  WriteBus(LineAddress(0, 0), LineReset);
+  WriteBus(LineAddress(0, 1), LineReset);
+  if (!ProbeRelay(1)) {
+    CheckHWError();
+    return false;
+  }
+  HWChannelCount = ChannelsPerCard;
+
+  // The last channel of each further card. A card that does not answer is not fitted; that is no error.
+  for (const std::int32_t lastChannel : {96, 144, 192, 240}) {
+    const bool answered = ProbeRelay(lastChannel);
+    if (answered) HWChannelCount = lastChannel;
+    if (!answered) brenmor_bus_delete_error();
+    // The last probe is cleared up after whatever its outcome, once more when it failed.
+    if (lastChannel == 240) brenmor_bus_delete_error();
+    if (!answered) break;
+  }
+  return true;
+}
+
+void ResetHardware() {
+  brenmor_bus_delete_error();
+  WriteBus(LineAddress(0, 0), LineReset);
+  WriteBus(LineAddress(0, 1), LineReset);
+  CheckHWError();
+}
+
+void PrepareCards(const TShortTestData& data, bool resetFirst) {
+  if (data.AnzahlKarten() > MaxCards) {
+    throw std::out_of_range("channel " + std::to_string(data.bis) + " lies beyond the " +
+                            std::to_string(MaxCards * ChannelsPerCard) + " channels of the relay cards' bus");
+  }
+  for (std::int32_t card = 0; card < data.AnzahlKarten(); ++card) {
+    if (resetFirst) WriteBus(LineAddress(card, 0), LineReset);
+    for (const std::int32_t value : AuxiliaryLine0) WriteBus(LineAddress(card, 0), value);
+    if (resetFirst) WriteBus(LineAddress(card, 1), LineReset);
+    for (const std::int32_t value : AuxiliaryLine1) WriteBus(LineAddress(card, 1), value);
+    CheckHWError();
+  }
+}
+
+void ReleaseAllLines(const TShortTestData& data) noexcept {
+  const std::int32_t cards = std::min(data.AnzahlKarten(), MaxCards);
+  for (std::int32_t card = 0; card < cards; ++card) {
+    WriteBus(LineAddress(card, 0), LineReset);
+    WriteBus(LineAddress(card, 1), LineReset);
+  }
+}
+
+namespace shorttest {
+
+void SwitchTerminationOn(const TShortTestData& data) {
+  if (!HasTermination(data)) return;
+  SwitchTermination(data, 1);
+  CheckHWError();
+}
+
+void SwitchTerminationOff(const TShortTestData& data) noexcept {
+  if (HasTermination(data)) SwitchTermination(data, 0);
+}
+
+std::optional<std::int32_t> CardBehindRange(const TShortTestData& data) noexcept {
+  for (std::int32_t i = 0; i <= data.Highconnections(); ++i) {
+    if (data.Get(i, i) != CellState::Suspended) return std::nullopt;
+  }
+  const std::int32_t cards = data.AnzahlKarten();
+  if (cards > MaxCards || data.bis != cards * ChannelsPerCard) return std::nullopt;
+  return cards;
+}
+
+void ReleaseLine(std::int32_t card, std::int32_t line) noexcept {
+  WriteBus(LineAddress(card, line), LineReset);
+}
+
+HardwareUsage& Usage() {
+  static HardwareUsage usage;
+  return usage;
+}
+
+}  // namespace shorttest

@@ -1,0 +1,163 @@
+#include "plugin/learn/ShorttestLearn.h"
+
+#include <cmath>
+#include <optional>
+#include <string>
+
+#include "contracts/UserInterface.h"
+#include "plugin/hardware/Bus.h"
+#include "text/NumberText.h"
+
+namespace {
+
+constexpr double VoltageLimit = 0.5;  // V
+constexpr int NearThresholdHelp = 140;
+
+constexpr double VoltagePassStart = 0.0;
+constexpr double IsolationPassStart = 0.25;
+constexpr double PairPassStart = 0.5;
+
+// Position of step `index` of a pass with `steps` steps; the pass's start when it has none to divide by.
+double Position(std::int32_t index, double steps, double passStart) {
+  return steps > 0.0 ? static_cast<double>(index) / steps + passStart : passStart;
+}
+
+bool IsSuspended(const TShortTestData& data, std::int32_t index) {
+  return data.Get(index, index) == CellState::Suspended;
+}
+
+// True when the user cancelled instead of keeping a reading close to the threshold.
+bool CancelledNearThreshold(std::int32_t channelOnLine0, std::int32_t channelOnLine1, double ohm) {
+  MessageBoxRequest request;
+  request.text = "Der zwischen den Kanälen " + std::to_string(channelOnLine0) + " und " +
+                 std::to_string(channelOnLine1) + " gemessene Widerstand von " +
+                 shorttest::FloatToFixedText(ohm, 2) + " Ohm liegt im Bereich von +- 10 % vom Schwellwert.";
+  request.kind = MessageKind::Information;
+  request.buttons = {mrCancel, mrIgnore};
+  request.helpContext = NearThresholdHelp;
+  return Application().ShowMessage(request) == mrCancel;
+}
+
+bool IsNearThreshold(double ohm, double threshold) { return ohm > 0.9 * threshold && 1.1 * threshold > ohm; }
+
+// Measures a pair whose channels are on the lines and enters the finding; false when the user cancelled.
+bool LearnPair(TShortTestData& data, std::int32_t onLine0, std::int32_t onLine1) {
+  const double ohm = MeasureResistance(data.Schwelle);
+  if (IsNearThreshold(ohm, data.Schwelle) &&
+      CancelledNearThreshold(data.von + onLine0, data.von + onLine1, ohm)) {
+    return false;
+  }
+  data.Put(onLine0, onLine1, data.Schwelle > ohm ? CellState::Connected : CellState::NotConnected, ohm);
+  return true;
+}
+
+// Runs on every way out of LearnConnections. `cardBehindRange` has the one relay that ReleaseAllLines does
+// not reach.
+void CleanUp(const TShortTestData& data, std::optional<std::int32_t> cardBehindRange,
+             TProgressFunc progress) noexcept {
+  ReleaseAllLines(data);
+  if (cardBehindRange) shorttest::ReleaseLine(*cardBehindRange, 1);
+  shorttest::SwitchTerminationOff(data);
+  try {
+    progress(1.0);
+  } catch (...) {
+    // The relays are open; a failing display must not hide how the measurement ended.
+  }
+}
+
+}  // namespace
+
+void ResetLearnedCells(TShortTestData& data) {
+  for (std::int32_t i = 0; i <= data.Highconnections(); ++i) {
+    for (std::int32_t j = 0; j <= data.Highconnections(); ++j) {
+      if (data.Get(i, j) <= CellState::Connected) data.SetC(i, j, CellState::Unknown, NoResistance);
+    }
+  }
+}
+
+void LearnVoltagePass(TShortTestData& data, TProgressFunc progress) {
+  PrepareCards(data, true);
+  const std::int32_t high = data.Highconnections();
+  const double steps = 4.0 * high;
+
+  // With every channel suspended this is the channel behind `bis`; switching it all the same is meant.
+  std::int32_t first = 0;
+  while (first <= high && IsSuspended(data, first)) ++first;
+  ConnectChannel(data.von + first, 1);
+
+  for (std::int32_t i = first + 1; i <= high; ++i) {
+    if (progress(Position(i, steps, VoltagePassStart))) return;
+    if (IsSuspended(data, i)) continue;
+    ConnectChannel(data.von + i, 0);
+    const double volts = WaitForDischarge(data, VoltageLimit, Position(i, steps, VoltagePassStart),
+                                          Position(i + 1, steps, VoltagePassStart), progress);
+    // Strict, while the wait ends at the limit itself: exactly 0.5 V suspends the channel.
+    if (std::fabs(volts) < VoltageLimit) {
+      ConnectChannel(data.von + i, 1);
+    } else {
+      // At the first comparison the voltage may sit on the reference channel as well. Its relay on line 1
+      // stays closed until the pair pass resets the lines.
+      if (i == 1) data.SuspendChannel(0, volts);
+      data.SuspendChannel(i, volts);
+    }
+    ReleaseChannel(data.von + i, 0);
+  }
+}
+
+TConnFound LearnIsolationPass(TShortTestData& data, TProgressFunc progress) {
+  PrepareCards(data, false);  // keeps the bundle on line 1
+  const std::int32_t high = data.Highconnections();
+  const double steps = 4.0 * high;
+
+  TConnFound candidates;
+  for (std::int32_t i = 0; i <= high; ++i) {
+    if (progress(Position(i, steps, IsolationPassStart))) return candidates;
+    if (IsSuspended(data, i)) continue;
+    ReleaseChannel(data.von + i, 1);
+    ConnectChannel(data.von + i, 0);
+    const double ohm = MeasureResistance(data.Schwelle);
+    if (data.Schwelle > ohm) {
+      candidates.push_back({i, ohm});
+    } else {
+      for (std::int32_t j = 0; j <= high; ++j) data.Put(i, j, CellState::NotConnected, ohm);
+    }
+    ReleaseChannel(data.von + i, 0);
+    ConnectChannel(data.von + i, 1);
+  }
+  return candidates;
+}
+
+void LearnPairPass(TShortTestData& data, const TConnFound& candidates, TProgressFunc progress) {
+  PrepareCards(data, true);
+  const std::int32_t last = static_cast<std::int32_t>(candidates.size()) - 1;
+  const auto index = [&candidates](std::int32_t c) { return candidates[static_cast<std::size_t>(c)].x; };
+
+  for (std::int32_t a = 0; a <= last; ++a) {
+    if (progress(Position(a, 2.0 * last, PairPassStart))) return;
+    ConnectChannel(data.von + index(a), 1);
+    for (std::int32_t b = a + 1; b <= last; ++b) {
+      if (data.Get(index(b), index(a)) != CellState::Unknown) continue;
+      ConnectChannel(data.von + index(b), 0);
+      if (!LearnPair(data, index(b), index(a))) return;  // the caller's clean-up opens the relays
+      ReleaseChannel(data.von + index(b), 0);
+    }
+    ReleaseChannel(data.von + index(a), 1);
+  }
+}
+
+void LearnConnections(TShortTestData& data, TProgressFunc progress) {
+  // A stop is not handed from pass to pass: each stops at its own first progress call.
+  struct Guard {
+    const TShortTestData& data;
+    std::optional<std::int32_t> cardBehindRange;
+    TProgressFunc progress;
+    ~Guard() { CleanUp(data, cardBehindRange, progress); }
+  } const guard{data, shorttest::CardBehindRange(data), progress};
+
+  ResetLearnedCells(data);
+  shorttest::SwitchTerminationOn(data);
+  if (progress(0.01)) return;
+  LearnVoltagePass(data, progress);
+  const TConnFound candidates = LearnIsolationPass(data, progress);
+  LearnPairPass(data, candidates, progress);
+}

@@ -1,0 +1,76 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "bench/program/Failure.h"
+#include "bench/program/HostSetup.h"
+#include "bench/program/System.h"
+#include "framework/kxextension.h"
+#include "tests/bench/program/TemporaryFolder.h"
+
+namespace kxbench {
+namespace {
+
+Options InfoOptions() {
+  Options options;
+  options.command = BenchCommand::Info;
+  return options;
+}
+
+TEST(HostSetup, GivesTheThreeHostValues) {
+  HostSetup host(InfoOptions());
+  const TKXHashTable values = host.HostValues(0x10001);
+  EXPECT_EQ(values.Get("AppParser"),
+            reinterpret_cast<std::uintptr_t>(static_cast<TKXParser*>(&host.Parser())));
+  EXPECT_EQ(values.Get("MsgHandle"), 0x10001U);
+
+  const int before = HardwareInitialisations();
+  reinterpret_cast<TBreInit>(values.Get("BreInit"))();
+  EXPECT_EQ(HardwareInitialisations(), before + 1);
+}
+
+TEST(HostSetup, OffersTheGlobalInterfacesWhileItLives) {
+  {
+    HostSetup host(InfoOptions());
+    ASSERT_NE(TestEnvironment(), nullptr);
+    EXPECT_FALSE(host.TestState().Cancelled());
+    TestEnvironment()->CancelTest();
+    EXPECT_TRUE(host.TestState().Cancelled());
+    host.Parser().GetEnvironment().SetVariable("KABEL", "12");
+    EXPECT_EQ(TStringValue::GetVal(VarAccess()->GetVariable("kabel")), "12");
+    EXPECT_EQ(VarAccess()->GetVariable("NIRGENDS"), nullptr);
+  }
+  EXPECT_EQ(TestEnvironment(), nullptr);
+  EXPECT_EQ(VarAccess(), nullptr);
+}
+
+TEST(HostSetup, InterfacesAnswerForTheirOwnNameAndCountReferences) {
+  HostSetup host(InfoOptions());
+  void* found = nullptr;
+  EXPECT_EQ(TestEnvironment()->QueryInterface("ITestEnvironment", &found), 0);
+  EXPECT_EQ(found, static_cast<void*>(TestEnvironment()));
+  EXPECT_EQ(TestEnvironment()->Release(), 1);
+  EXPECT_NE(VarAccess()->QueryInterface("ITestEnvironment", &found), 0);
+  EXPECT_EQ(found, nullptr);
+  EXPECT_EQ(VarAccess()->AddRef(), 2);
+}
+
+TEST(HostSetup, HandsTheDeviceOverByItsWholeName) {
+  const TemporaryFolder folder;
+  Options options = InfoOptions();
+  options.device = folder.Write("good.device", "");
+  const HostSetup host(options);
+  EXPECT_EQ(std::string(std::getenv("BRENMOR_DEVICE")), *options.device);
+}
+
+TEST(HostSetup, RefusesADeviceThatIsNoFile) {
+  const TemporaryFolder folder;
+  Options options = InfoOptions();
+  options.device = Utf8FromPath(folder.Path() / "missing.device");
+  EXPECT_THROW(HostSetup{options}, Failure);
+  options.device = Utf8FromPath(folder.Path());
+  EXPECT_THROW(HostSetup{options}, Failure);
+}
+
+}  // namespace
+}  // namespace kxbench

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/bench/program/Process.h"
+#include "tests/bench/program/TemporaryFolder.h"
+
+/// What a check of a device without findings or connections reports, in the words of the fake extension.
+inline constexpr const char* EmptyReport = "record Kurzschlusstest|0|0||0||\n";
+
+/// Runs kxbench in a folder of its own, with the fake extension beside the program.
+class KxbenchProcess : public testing::Test {
+ protected:
+  /// Whole name of a file among the fakes.
+  static std::string Fake(const std::string& name) {
+    return std::filesystem::absolute(std::filesystem::path(FAKES_FOLDER) / name).make_preferred().string();
+  }
+
+  /// File name of a library that is loaded by its own name.
+  static std::string Library(const std::string& name) {
+#ifdef _WIN32
+    return name + ".dll";
+#else
+    return name + ".so";
+#endif
+  }
+
+  static std::string Program() {
+#ifdef _WIN32
+    return "kxbench.exe";
+#else
+    return "kxbench";
+#endif
+  }
+
+  Process Kxbench(const std::vector<std::string>& arguments) {
+    Process process;
+    process.program = Fake("bench/" + Program());
+    process.arguments = arguments;
+    process.environment = environment_;
+    process.folder = folder_.Path().string();
+    return process;
+  }
+
+  ProcessResult Run(const std::vector<std::string>& arguments) { return Kxbench(arguments).Run(); }
+
+  /// Writes what the fake command does when it is given the file `name`.
+  void Does(const std::string& name, const std::string& lines) { folder_.Write(name, lines); }
+
+  TemporaryFolder folder_;
+  std::map<std::string, std::string> environment_;
+};

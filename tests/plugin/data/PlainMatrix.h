@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "plugin/data/ShorttestData.h"
+
+namespace data_test {
+
+/// The connection matrix at its plainest: both halves of one array, and the propagation written as the
+/// recursion that defines it. Slow and deep on purpose; TShortTestData::Put must give the same cells.
+class PlainMatrix {
+ public:
+  explicit PlainMatrix(const TShortTestData& data)
+      : count_(data.Highconnections() + 1),
+        cells_(static_cast<std::size_t>(count_) * static_cast<std::size_t>(count_)),
+        rows_(static_cast<std::size_t>(count_)) {
+    for (std::int32_t row = 0; row < count_; ++row) {
+      rows_[static_cast<std::size_t>(row)] = cells_.data() + std::ptrdiff_t{row} * count_;
+      for (std::int32_t column = 0; column < count_; ++column)
+        Pair(row, column) = {data.Get(row, column), data.GetR(row, column)};
+    }
+  }
+
+  const TConnectionCell& At(std::int32_t i, std::int32_t j) const { return rows_.data()[i][j]; }
+
+  /// REQUIRES: a call stack that holds as many nested calls as there are unknown pairs.
+  void Put(std::int32_t i, std::int32_t j, CellState state, double resistance) {
+    if (state == CellState::Unknown || Pair(i, j).state != CellState::Unknown) return;
+    Pair(i, j) = Pair(j, i) = {state, resistance};
+    for (std::int32_t k = 0; k < count_; ++k) {
+      if (state == CellState::Connected) Put(i, k, Pair(j, k).state, Pair(j, k).resistance);
+      if (state == CellState::Connected) Put(j, k, Pair(i, k).state, Pair(i, k).resistance);
+      if (Pair(i, k).state == CellState::Connected) Put(j, k, state, resistance);
+      if (Pair(j, k).state == CellState::Connected) Put(i, k, state, resistance);
+    }
+  }
+
+ private:
+  TConnectionCell& Pair(std::int32_t i, std::int32_t j) { return rows_.data()[i][j]; }
+
+  std::int32_t count_;
+  std::vector<TConnectionCell> cells_;
+  std::vector<TConnectionCell*> rows_;
+};
+
+}  // namespace data_test

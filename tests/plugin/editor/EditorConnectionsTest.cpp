@@ -1,0 +1,413 @@
+// The expected connections: typed, shown by name, drawn.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <wx/button.h>
+#include <wx/choice.h>
+#include <wx/dcmemory.h>
+#include <wx/image.h>
+#include <wx/notebook.h>
+#include <wx/textctrl.h>
+
+#include <utility>
+#include <vector>
+
+#include "plugin/editor/EditorDialog.h"
+#include "plugin/editor/GridView.h"
+#include "tests/plugin/editor/EditorFixture.h"
+#include "tests/support/WidgetTest.h"
+
+namespace shorttest::testkit {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using widget_test::Click;
+using widget_test::Press;
+using widget_test::Settle;
+using widget_test::Type;
+
+constexpr int TextPage = 0;
+constexpr int GridPage = 1;
+
+class EditorConnections : public EditorTest {
+ protected:
+  // A data file over channels 1 to `last`, with everything open.
+  void UseChannels(int last) { UseExpectation(AllOpen(last)); }
+
+  static TShortTestData AllOpen(int last) {
+    TShortTestData data(1, last);
+    for (int i = 0; i < last; ++i) {
+      for (int j = 0; j < i; ++j) data.SetC(i, j, CellState::NotConnected, NoResistance);
+    }
+    return data;
+  }
+
+  // Connects pairs of channels, as measured.
+  static void Wire(TShortTestData& data, const std::vector<std::pair<int, int>>& wires) {
+    TShortTestData wired(data.von, data.bis);
+    for (const auto& [a, b] : wires) wired.Put(a - data.von, b - data.von, CellState::Connected, 0.4);
+    for (int i = 0; i <= wired.Highconnections(); ++i) {
+      for (int j = 0; j < i; ++j) {
+        data.SetC(i, j,
+                  wired.Get(i, j) == CellState::Connected ? CellState::Connected : CellState::NotConnected,
+                  NoResistance);
+      }
+    }
+  }
+
+  void LeaveTheTexts() { Enter(*form.Ed_Timeout); }
+
+  // What the grid shows at a cell: the colour that its handler paints.
+  GridColour Painted(int column, int row) {
+    wxBitmap bitmap(8, 8);
+    wxMemoryDC dc(bitmap);
+    form.ConnectionGridDrawCell(dc, column, row, wxRect(0, 0, 8, 8), false);
+    dc.SelectObject(wxNullBitmap);
+    const wxImage image = bitmap.ConvertToImage();
+    return {image.GetRed(4, 4), image.GetGreen(4, 4), image.GetBlue(4, 4)};
+  }
+};
+
+TEST_F(EditorConnections, GroupStandsOnOneLineAndAFreeChannelOnNone) {
+  TShortTestData data = AllOpen(4);
+  Wire(data, {{1, 2}, {2, 3}});
+  UseExpectation(data);
+  Show([this] { EXPECT_EQ(TextOf(form.Mm_Soll), "1 2 3"); });
+}
+
+TEST_F(EditorConnections, BlockedPointsBeginWithABlankAndAreReadBack) {
+  TShortTestData data = AllOpen(8);
+  data.SuspendChannel(2, 1.0);
+  data.SuspendChannel(6, 1.0);
+  UseExpectation(data);
+  Show([this] {
+    EXPECT_EQ(TextOf(form.Ed_Skip), " 3 7");
+    Enter(*form.Ed_Skip);
+    LeaveTheTexts();
+    EXPECT_EQ(Channel(3), CellState::Suspended);
+    EXPECT_EQ(Channel(7), CellState::Suspended);
+  });
+}
+
+TEST_F(EditorConnections, SkippedLinesExcludeTheirPairs) {
+  UseChannels(6);
+  Show([this] {
+    Enter(*form.Mm_SkipCon);
+    Type("1 2\n5,6");
+    LeaveTheTexts();
+    EXPECT_EQ(Pair(1, 2), CellState::ExcludedPair);
+    EXPECT_EQ(Pair(5, 6), CellState::ExcludedPair);
+    Replace(*form.Mm_SkipCon, "1 2 3");
+    LeaveTheTexts();
+    EXPECT_EQ(Pair(1, 2), CellState::ExcludedPair);
+    EXPECT_EQ(Pair(1, 3), CellState::ExcludedPair);
+    EXPECT_EQ(Pair(2, 3), CellState::NotConnected);
+  });
+}
+
+TEST_F(EditorConnections, ChannelOutsideTheRangeIsReportedOnLeaving) {
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 49");
+    EXPECT_EQ(TakeErrors(), std::vector<std::string>{});
+    LeaveTheTexts();
+    EXPECT_THAT(TakeErrors(), ElementsAre("49 is too large."));
+    EXPECT_EQ(TextOf(form.Mm_Soll), "1 49");
+    Replace(*form.Mm_Soll, "0");
+    LeaveTheTexts();
+    EXPECT_THAT(TakeErrors(), ElementsAre("0 is too small."));
+  });
+}
+
+TEST_F(EditorConnections, EmptyMiddleItemIsReportedOnLeaving) {
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1,,2");
+    LeaveTheTexts();
+    EXPECT_THAT(TakeErrors(), ElementsAre(HasSubstr("\"\"")));
+  });
+}
+
+TEST_F(EditorConnections, CommaAndBlankSeparate) {
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1, 2\n3 4");
+    LeaveTheTexts();
+    EXPECT_EQ(Pair(1, 2), CellState::Connected);
+    EXPECT_EQ(Pair(3, 4), CellState::Connected);
+  });
+}
+
+TEST_F(EditorConnections, WrongNumberAndThenItsCorrection) {
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 2\n3 490");
+    LeaveTheTexts();
+    EXPECT_THAT(TakeErrors(), ElementsAre("490 is too large."));
+    EXPECT_EQ(Pair(1, 2), CellState::Connected);
+    EXPECT_EQ(Pair(1, 3), CellState::Unknown);
+    Enter(*form.Mm_Soll);
+    Press(WXK_END, wxMOD_CONTROL);
+    Press(WXK_BACK);
+    Press(WXK_BACK);
+    LeaveTheTexts();
+    EXPECT_EQ(Pair(3, 4), CellState::Connected);
+    EXPECT_EQ(Pair(1, 3), CellState::NotConnected);
+  });
+}
+
+TEST_F(EditorConnections, OkInsistsOnTheCorrectionOfAText) {
+  const std::string file = UseExpectation(AllOpen(4));
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 9");
+    LeaveTheTexts();
+    EXPECT_THAT(TakeErrors(), ElementsAre("9 is too large."));
+    Click(*form.BT_OK);
+    EXPECT_THAT(TakeErrors(), ElementsAre("9 is too large."));
+    EXPECT_EQ(form.ModalResult(), mrNone);
+    Replace(*form.Mm_Soll, "1 3");
+    Click(*form.BT_OK);
+  });
+  EXPECT_EQ(TShortTestData(file).Get(0, 2), CellState::Connected);
+}
+
+TEST_F(EditorConnections, EmptyTextsYieldOpenPairs) {
+  TShortTestData data = AllOpen(4);
+  Wire(data, {{1, 2}});
+  data.SetC(2, 3, CellState::ExcludedPair, NoResistance);
+  data.SetC(0, 0, CellState::Suspended, NoResistance);
+  UseExpectation(data);
+  Show([this] {
+    Replace(*form.Mm_Soll, "");
+    Replace(*form.Mm_SkipCon, "");
+    Replace(*form.Ed_Skip, "");
+    LeaveTheTexts();
+    for (int a = 1; a <= 4; ++a) {
+      EXPECT_EQ(Channel(a), CellState::NotApplicable);
+      for (int b = 1; b < a; ++b) EXPECT_EQ(Pair(a, b), CellState::NotConnected);
+    }
+  });
+}
+
+TEST_F(EditorConnections, NameWithABlankIsQuotedAndAMissingNameIsTheNumber) {
+  WriteFile("Projekt.ini", "[Scanner]\r\nRelais5=Motor links\r\n");
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("5 6");
+    EXPECT_EQ(TextOf(form.Mm_SollNames), "\"Motor links\" 6");
+  });
+}
+
+TEST_F(EditorConnections, NamesFollowEveryKey) {
+  WriteFile("Projekt.ini", "[Scanner]\r\nRelais1=eins\r\nRelais12=zwölf\r\n");
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1");
+    EXPECT_EQ(TextOf(form.Mm_SollNames), "eins");
+    Type("2");
+    EXPECT_EQ(TextOf(form.Mm_SollNames), "zwölf");
+    Type("\n\n1");
+    EXPECT_EQ(TextOf(form.Mm_SollNames), "zwölf\n\neins");
+    Type("x");
+    EXPECT_EQ(TextOf(form.Mm_SollNames), "zwölf\n\n1x");
+  });
+}
+
+TEST_F(EditorConnections, NamesAreReadAnewEachTimeTheDialogIsShown) {
+  TShortTestData data = AllOpen(4);
+  Wire(data, {{1, 2}});
+  UseExpectation(data);
+  Show([this] { EXPECT_EQ(TextOf(form.Mm_SollNames), "1 2"); });
+  WriteFile("Projekt.ini", "[Scanner]\r\nRelais1=A\r\n");
+  Show([this] { EXPECT_EQ(TextOf(form.Mm_SollNames), "A 2"); });
+}
+
+TEST_F(EditorConnections, NamesCannotBeTypedInto) {
+  Show([this] {
+    Enter(*form.Mm_SollNames);
+    Type("x");
+    EXPECT_EQ(TextOf(form.Mm_SollNames), "");
+  });
+}
+
+TEST_F(EditorConnections, EveryTextRebuildsTheMatrixWhenLeft) {
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 2");
+    Enter(*form.Mm_SkipCon);
+    EXPECT_EQ(Pair(1, 2), CellState::Connected);
+    Type("3 4");
+    Enter(*form.Ed_Skip);
+    EXPECT_EQ(Pair(3, 4), CellState::ExcludedPair);
+    Type("5");
+    Enter(*form.Mm_Soll);
+    EXPECT_EQ(Channel(5), CellState::Suspended);
+  });
+}
+
+TEST_F(EditorConnections, LeavingForADropDownListCountsToo) {
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 2");
+    form.CB_U->SetFocus();
+    EXPECT_TRUE(widget_test::WaitFor([this] { return Pair(1, 2) == CellState::Connected; }));
+  });
+}
+
+TEST_F(EditorConnections, AnotherWindowInFrontIsNoLeaving) {
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 49");
+    wxDialog other(form.Window(), wxID_ANY, "other");
+    other.Show();
+    EXPECT_TRUE(widget_test::WaitFor([&other] { return other.IsActive(); }));
+    Settle();
+    other.Hide();
+    EXPECT_TRUE(widget_test::WaitFor([this] { return form.Window()->IsActive(); }));
+    Settle();
+    EXPECT_EQ(TakeErrors(), std::vector<std::string>{});
+    Replace(*form.Mm_Soll, "");
+  });
+}
+
+TEST_F(EditorConnections, TypedGroupsAreSeenInTheGrid) {
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 2 3");
+    ChoosePage(GridPage);
+    EXPECT_EQ(Painted(0, 2), (GridColour{0, 128, 0}));
+    EXPECT_EQ(Painted(2, 0), (GridColour{0, 128, 0}));
+    EXPECT_EQ(Painted(0, 3), (GridColour{255, 255, 255}));
+    EXPECT_EQ(Painted(4, 4), (GridColour{192, 192, 192}));
+  });
+}
+
+TEST_F(EditorConnections, LookingAtThePagesChangesNothing) {
+  TShortTestData data = AllOpen(4);
+  data.SuspendChannel(2, 1.0);
+  UseExpectation(data);
+  Show([this] {
+    ChoosePage(GridPage);
+    ChoosePage(TextPage);
+    ChoosePage(GridPage);
+    EXPECT_EQ(Pair(1, 3), CellState::NotTestable);
+  });
+}
+
+TEST_F(EditorConnections, GridOf48ChannelsFillsThePage) {
+  Show([this] {
+    ChoosePage(GridPage);
+    EXPECT_EQ(form.ConnectionGrid->Count(), 48);
+    const wxSize size = form.ConnectionGrid->GetClientSize();
+    EXPECT_EQ(form.ConnectionGrid->CellSize(), wxSize(size.x / 48 - 1, size.y / 48 - 1));
+  });
+}
+
+TEST_F(EditorConnections, ResizingTheDialogScalesTheCells) {
+  Show([this] {
+    ChoosePage(GridPage);
+    const wxSize before = form.ConnectionGrid->CellSize();
+    form.Window()->SetSize(700, 500);
+    EXPECT_TRUE(widget_test::WaitFor([&] { return form.ConnectionGrid->CellSize().x < before.x; }));
+    const wxSize size = form.ConnectionGrid->GetClientSize();
+    EXPECT_EQ(form.ConnectionGrid->CellSize(), wxSize(size.x / 48 - 1, size.y / 48 - 1));
+  });
+}
+
+TEST_F(EditorConnections, GridHasAFocusThatTheArrowKeysMove) {
+  Show([this] {
+    ChoosePage(GridPage);
+    const wxRect cell = form.ConnectionGrid->CellRect(5, 7);
+    widget_test::ClickAt(form.ConnectionGrid->ClientToScreen(cell.GetPosition() + cell.GetSize() / 2));
+    EXPECT_EQ(form.ConnectionGrid->FocusedCell(), wxPoint(5, 7));
+    Press(WXK_RIGHT);
+    Press(WXK_DOWN);
+    EXPECT_EQ(form.ConnectionGrid->FocusedCell(), wxPoint(6, 8));
+    Press(WXK_END);
+    Press(WXK_RIGHT);
+    EXPECT_EQ(form.ConnectionGrid->FocusedCell(), wxPoint(47, 47));
+    Press(WXK_HOME);
+    EXPECT_EQ(form.ConnectionGrid->FocusedCell(), wxPoint(0, 0));
+    Press(WXK_TAB);
+    EXPECT_FALSE(form.ConnectionGrid->HasFocus());
+  });
+}
+
+TEST_F(EditorConnections, ChangingTheRangeResizesMatrixAndGridAndLeavesTheTexts) {
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 2");
+    Enter(*form.Ed_MaxChannel);
+    Press(WXK_DOWN);
+    EXPECT_EQ(Data().bis, 47);
+    EXPECT_EQ(form.ConnectionGrid->Count(), 47);
+    EXPECT_EQ(Pair(1, 2), CellState::Connected);
+    EXPECT_EQ(TextOf(form.Mm_Soll), "1 2");
+    Replace(*form.Ed_MinChannel, "2");
+    EXPECT_EQ(Data().von, 2);
+    EXPECT_EQ(form.ConnectionGrid->Count(), 46);
+  });
+}
+
+TEST_F(EditorConnections, RangeThatEndsBeforeItBeginsIsEmpty) {
+  Show([this] {
+    Replace(*form.Ed_MinChannel, "60");
+    EXPECT_EQ(form.ConnectionGrid->Count(), 0);
+    ChoosePage(GridPage);
+    Enter(*form.ConnectionGrid);
+    Press(WXK_RIGHT);
+    Replace(*form.Ed_MinChannel, "40");
+    EXPECT_EQ(form.ConnectionGrid->Count(), 9);
+  });
+}
+
+TEST_F(EditorConnections, ShowingAFileKeepsItsRangeWhateverWasShownBefore) {
+  TShortTestData data(100, 110);
+  Wire(data, {{100, 110}, {105, 106}});
+  UseExpectation(data);
+  Show([this] {
+    EXPECT_EQ(Data().von, 100);
+    EXPECT_EQ(Data().bis, 110);
+    EXPECT_EQ(TextOf(form.Mm_Soll), "100 110\n105 106");
+    EXPECT_EQ(TextOf(form.Ed_MinChannel), "100");
+    EXPECT_EQ(TextOf(form.Ed_MaxChannel), "110");
+  });
+}
+
+TEST_F(EditorConnections, ShowingAFileKeepsChannelsBeyondTheLimits) {
+  TShortTestData data(1, 250);
+  Wire(data, {{1, 250}});
+  UseExpectation(data);
+  Show([this] {
+    EXPECT_EQ(Data().bis, 250);
+    EXPECT_EQ(TextOf(form.Ed_MaxChannel), "250");
+    EXPECT_EQ(TextOf(form.Mm_Soll), "1 250");
+  });
+}
+
+TEST_F(EditorConnections, UnchangedTextsKeepTheirCaret) {
+  UseChannels(8);
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 2\n3 4\n5 6");
+    LeaveTheTexts();
+    form.Mm_Soll->SetInsertionPoint(5);
+    form.ShowConnections();
+    EXPECT_EQ(form.Mm_Soll->GetInsertionPoint(), 5);
+  });
+}
+
+TEST_F(EditorConnections, ShowConnectionsReplacesOtherTexts) {
+  UseChannels(8);
+  Show([this] {
+    form.Mm_Soll->SetValue("7 8");
+    form.ShowConnections();
+    EXPECT_EQ(TextOf(form.Mm_Soll), "");
+    EXPECT_EQ(TextOf(form.Mm_SollNames), "");
+  });
+}
+
+}  // namespace
+}  // namespace shorttest::testkit

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "contracts/UserInterface.h"
+#include "ui/wx/TaskWindows.h"
+#include "ui/wx/Toolkit.h"
+
+namespace kxbench {
+
+/// The user interface with real windows. Everything on the thread that made it.
+class WxUserInterface : public UserInterface {
+ public:
+  /// Starts the toolkit. Throws std::runtime_error when no display can be reached.
+  WxUserInterface() = default;
+
+  void ProcessMessages() override;
+  int ShowMessage(const MessageBoxRequest& request) override;
+  std::unique_ptr<ProgressDialog> CreateProgressDialog(const ProgressDialogLayout& layout) override;
+  TaskWindowList DisableTaskWindows(WindowHandle except) override;
+  void EnableTaskWindows(const TaskWindowList& windows) override;
+
+ private:
+  Toolkit toolkit_;
+  TaskWindows taskWindows_;
+};
+
+}  // namespace kxbench
