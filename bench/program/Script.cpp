@@ -19,8 +19,8 @@ constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 /// command's business.
 void CheckType(const TKXValue& value, const TKXPrototypeParam& parameter, std::size_t column) {
   const bool isInteger = dynamic_cast<const kx::IntegerValue*>(&value) != nullptr;
-  const bool mismatch =
-      isInteger ? kx::EqualIgnoringCase(parameter.type, "String") : kx::EqualIgnoringCase(parameter.type, "Integer");
+  const bool mismatch = isInteger ? kx::EqualIgnoringCase(parameter.type, "String")
+                                  : kx::EqualIgnoringCase(parameter.type, "Integer");
   if (mismatch) {
     throw TKXScriptError("the parameter " + parameter.name + " must be of type " + parameter.type, column);
   }
