@@ -82,7 +82,7 @@ double MeasureResistance(double reference) {
 }
 
 double WaitForDischarge(const TShortTestData& data, double limit, double posFrom, double posTo,
-                        TProgressFunc progress) {
+                        const shorttest::ProgressFunction& progress) {
   if (data.U_Control < 1) return 0.0;
   double volts = ReadVoltage();
   if (std::fabs(volts) <= limit || data.U_Control != 2) return volts;

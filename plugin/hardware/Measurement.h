@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "plugin/data/ShorttestData.h"
 
 /// The instrument between line 0 and line 1: resistance, voltage, and the wait for a charged device to
@@ -7,8 +9,15 @@
 /// is no measurement and raises std::runtime_error.
 
 /// Takes the position within the running procedure, 0.0 to 1.0, and returns true when the procedure is to
-/// stop.
+/// stop. The type of UpdateProgress and LearnProgress.
 using TProgressFunc = bool (*)(double position);
+
+namespace shorttest {
+
+/// What the procedures take: a TProgressFunc, or anything else of this signature. It must not be empty.
+using ProgressFunction = std::function<bool(double position)>;
+
+}  // namespace shorttest
 
 /// One reading of the voltage between the lines, volts.
 double ReadVoltage();
@@ -27,7 +36,7 @@ double MeasureResistance(double reference);
 /// Returns the last voltage read, which may be above the limit.
 /// Throws std::invalid_argument when waiting is needed and `data.Timeout` is 0.
 double WaitForDischarge(const TShortTestData& data, double limit, double posFrom, double posTo,
-                        TProgressFunc progress);
+                        const shorttest::ProgressFunction& progress);
 
 namespace shorttest {
 
