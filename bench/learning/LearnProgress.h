@@ -3,39 +3,24 @@
 #include <memory>
 
 #include "contracts/UserInterface.h"
-#include "plugin/hardware/Measurement.h"
 
 namespace kxbench {
 
-/// The user interface while a device is learned: a progress dialog, and the memory of whether the user
-/// stopped, be it by the dialog or by the answer to a question. It stands before Application() as long as it
-/// lives.
-class LearnProgress : public UserInterface {
+/// The progress dialog of a device that is being learned.
+class LearnProgress {
  public:
-  /// Shows the dialog. One object at a time.
+  /// Shows the dialog.
   LearnProgress();
-  ~LearnProgress() override;
-  LearnProgress(const LearnProgress&) = delete;
-  LearnProgress& operator=(const LearnProgress&) = delete;
 
-  /// For the learn procedure: moves the bar, and answers true once the user wants to stop.
-  static bool Report(double position);
+  /// Lets the user interface work and moves the bar to `position`, 0.0 to 1.0. True once the user has
+  /// cancelled; the bar then stays.
+  bool Report(double position);
 
-  /// True when learning was not carried to its end.
-  bool Stopped() const { return stopped_; }
-
-  void ProcessMessages() override;
-  int ShowMessage(const MessageBoxRequest& request) override;
-  std::unique_ptr<ProgressDialog> CreateProgressDialog(const ProgressDialogLayout& layout) override;
-  TaskWindowList DisableTaskWindows(WindowHandle except) override;
-  void EnableTaskWindows(const TaskWindowList& windows) override;
+  /// Whether the user has pressed the button or closed the dialog.
+  bool Cancelled() const { return dialog_->GetModalResult() != mrNone || !dialog_->Visible(); }
 
  private:
-  bool Update(double position);
-
-  UserInterface& application_;
   std::unique_ptr<ProgressDialog> dialog_;
-  bool stopped_ = false;
 };
 
 }  // namespace kxbench

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "bench/learning/DriverUse.h"
 #include "bench/learning/LearnProgress.h"
 #include "plugin/hardware/Bus.h"
 #include "plugin/hardware/Timing.h"
@@ -15,9 +16,9 @@ namespace kxbench {
 namespace {
 
 /// Refuses a range that the hardware does not have, before one of its channels is switched.
-void RequireChannels(std::int32_t first, std::int32_t last) {
-  if (first >= 1 && first <= last && last <= HWChannelCount) return;
-  throw std::runtime_error("the channels " + std::to_string(first) + " to " + std::to_string(last) +
+void RequireChannels(const TShortTestData& data) {
+  if (shorttest::HasChannelsFor(data)) return;
+  throw std::runtime_error("the channels " + std::to_string(data.von) + " to " + std::to_string(data.bis) +
                            " are not among the tester's channels 1 to " + std::to_string(HWChannelCount));
 }
 
@@ -53,6 +54,15 @@ std::vector<std::int32_t> NetOf(const TShortTestData& data, std::int32_t start, 
   return reached;
 }
 
+/// Learns behind a progress dialog. A cancel that comes after the last measurement counts, too: what the user
+/// has cancelled is not saved.
+shorttest::LearnOutcome LearnInto(TShortTestData& data) {
+  LearnProgress progress;
+  const auto outcome =
+      LearnConnections(data, [&progress](double position) { return progress.Report(position); });
+  return progress.Cancelled() ? shorttest::LearnOutcome::Stopped : outcome;
+}
+
 double SecondsSince(std::int64_t start) {
   const auto counts = static_cast<double>(PerfCounterNow() - start);
   return counts / static_cast<double>(shorttest::ActiveClock().Frequency());
@@ -81,17 +91,13 @@ TShortTestData PrepareData(const LearnRequest& request) {
 
 void LearnFile(const LearnRequest& request, LearnSummary& summary) {
   const std::int64_t start = PerfCounterNow();
-  const shorttest::HardwareUsage before = shorttest::Usage();
+  const DriverUse before = DriverUseSoFar();
   TShortTestData data = PrepareData(request);
   if (!InitHardware()) throw std::runtime_error("Konnte Anzahl Kanäle nicht ermitteln.");
-  RequireChannels(data.von, data.bis);
-  {
-    const LearnProgress progress;
-    LearnConnections(data, LearnProgress::Report);
-    if (progress.Stopped()) {
-      summary.end = LearnEnd::Cancelled;
-      return;
-    }
+  RequireChannels(data);
+  if (LearnInto(data) == shorttest::LearnOutcome::Stopped) {
+    summary.end = LearnEnd::Cancelled;
+    return;
   }
   const std::int64_t undecided = UndecidedPairs(data);
   if (undecided > 0)
@@ -99,9 +105,9 @@ void LearnFile(const LearnRequest& request, LearnSummary& summary) {
   data.SaveExpectationFile(request.file);
 
   DescribeLearned(data, summary);
-  summary.readings = static_cast<std::uint64_t>(shorttest::Usage().readings - before.readings);
-  summary.relayOperations =
-      static_cast<std::uint64_t>(shorttest::Usage().relayOperations - before.relayOperations);
+  const DriverUse after = DriverUseSoFar();
+  summary.readings = after.readings - before.readings;
+  summary.relayOperations = after.relayOperations - before.relayOperations;
   summary.seconds = SecondsSince(start);
   summary.end = LearnEnd::Learned;
 }

@@ -33,6 +33,9 @@ class EditorDialog : public wxDialog {
   /// Acts as if the keyboard left the control that has it.
   void LeaveControl();
 
+  /// While `ignored`, Enter and the space bar press no button; Escape and the mouse do.
+  void IgnorePressingKeys(bool ignored) { ignoresPressingKeys_ = ignored; }
+
   /// `handler` runs when the user presses F1.
   void OnHelpKey(std::function<void()> handler) { helpHandler_ = std::move(handler); }
 
@@ -56,6 +59,7 @@ class EditorDialog : public wxDialog {
   std::function<void()> helpHandler_;
   std::function<void(bool)> pageHandler_;
   wxWindow* current_ = nullptr;
+  bool ignoresPressingKeys_ = false;
 };
 
 }  // namespace shorttest

@@ -8,6 +8,8 @@
 #include "plugin/hardware/Bus.h"
 #include "text/NumberText.h"
 
+using shorttest::LearnOutcome;
+
 namespace {
 
 constexpr double VoltageLimit = 0.5;  // V
@@ -51,12 +53,12 @@ bool LearnPair(TShortTestData& data, std::int32_t onLine0, std::int32_t onLine1)
   return true;
 }
 
-// Runs on every way out of LearnConnections. `cardBehindRange` has the one relay that ReleaseAllLines does
-// not reach.
-void CleanUp(const TShortTestData& data, std::optional<std::int32_t> cardBehindRange,
-             TProgressFunc progress) noexcept {
+// Runs on every way out of LearnConnections. `cardPastRange` has the one relay that ReleaseAllLines does not
+// reach.
+void CleanUp(const TShortTestData& data, std::optional<std::int32_t> cardPastRange,
+             const shorttest::ProgressFunction& progress) noexcept {
   ReleaseAllLines(data);
-  if (cardBehindRange) shorttest::ReleaseLine(*cardBehindRange, 1);
+  if (cardPastRange) shorttest::ReleaseLine(*cardPastRange, 1);
   shorttest::SwitchTerminationOff(data);
   try {
     progress(1.0);
@@ -67,6 +69,10 @@ void CleanUp(const TShortTestData& data, std::optional<std::int32_t> cardBehindR
 
 }  // namespace
 
+bool shorttest::HasChannelsFor(const TShortTestData& data) {
+  return data.von >= 1 && data.von <= data.bis && data.bis <= HWChannelCount;
+}
+
 void ResetLearnedCells(TShortTestData& data) {
   for (std::int32_t i = 0; i <= data.Highconnections(); ++i) {
     for (std::int32_t j = 0; j <= data.Highconnections(); ++j) {
@@ -75,12 +81,13 @@ void ResetLearnedCells(TShortTestData& data) {
   }
 }
 
-void LearnVoltagePass(TShortTestData& data, TProgressFunc progress) {
+void LearnVoltagePass(TShortTestData& data, const shorttest::ProgressFunction& progress) {
   PrepareCards(data, true);
   const std::int32_t high = data.Highconnections();
   const double steps = 4.0 * high;
 
-  // With every channel suspended this is the channel behind `bis`; switching it all the same is meant.
+  // With every channel suspended this is the channel after `bis`. It is switched all the same: the traces of
+  // existing testers have it.
   std::int32_t first = 0;
   while (first <= high && IsSuspended(data, first)) ++first;
   ConnectChannel(data.von + first, 1);
@@ -104,7 +111,7 @@ void LearnVoltagePass(TShortTestData& data, TProgressFunc progress) {
   }
 }
 
-TConnFound LearnIsolationPass(TShortTestData& data, TProgressFunc progress) {
+TConnFound LearnIsolationPass(TShortTestData& data, const shorttest::ProgressFunction& progress) {
   PrepareCards(data, false);  // keeps the bundle on line 1
   const std::int32_t high = data.Highconnections();
   const double steps = 4.0 * high;
@@ -127,37 +134,48 @@ TConnFound LearnIsolationPass(TShortTestData& data, TProgressFunc progress) {
   return candidates;
 }
 
-void LearnPairPass(TShortTestData& data, const TConnFound& candidates, TProgressFunc progress) {
+LearnOutcome LearnPairPass(TShortTestData& data, const TConnFound& candidates,
+                           const shorttest::ProgressFunction& progress) {
   PrepareCards(data, true);
   const std::int32_t last = static_cast<std::int32_t>(candidates.size()) - 1;
   const auto index = [&candidates](std::int32_t c) { return candidates[static_cast<std::size_t>(c)].x; };
 
   for (std::int32_t a = 0; a <= last; ++a) {
-    if (progress(Position(a, 2.0 * last, PairPassStart))) return;
+    if (progress(Position(a, 2.0 * last, PairPassStart))) return LearnOutcome::Stopped;
     ConnectChannel(data.von + index(a), 1);
     for (std::int32_t b = a + 1; b <= last; ++b) {
       if (data.Get(index(b), index(a)) != CellState::Unknown) continue;
       ConnectChannel(data.von + index(b), 0);
-      if (!LearnPair(data, index(b), index(a))) return;  // the caller's clean-up opens the relays
+      // The caller's clean-up opens the relays.
+      if (!LearnPair(data, index(b), index(a))) return LearnOutcome::Stopped;
       ReleaseChannel(data.von + index(b), 0);
     }
     ReleaseChannel(data.von + index(a), 1);
   }
+  return LearnOutcome::Learned;
 }
 
-void LearnConnections(TShortTestData& data, TProgressFunc progress) {
-  // A stop is not handed from pass to pass: each stops at its own first progress call.
+LearnOutcome LearnConnections(TShortTestData& data, const shorttest::ProgressFunction& progress) {
   struct Guard {
     const TShortTestData& data;
-    std::optional<std::int32_t> cardBehindRange;
-    TProgressFunc progress;
-    ~Guard() { CleanUp(data, cardBehindRange, progress); }
-  } const guard{data, shorttest::CardBehindRange(data), progress};
+    std::optional<std::int32_t> cardPastRange;
+    const shorttest::ProgressFunction& progress;
+    ~Guard() { CleanUp(data, cardPastRange, progress); }
+  } const guard{data, shorttest::CardPastRange(data), progress};
+
+  bool stopped = false;
+  const shorttest::ProgressFunction watched = [&progress, &stopped](double position) {
+    const bool stop = progress(position);
+    stopped = stopped || stop;
+    return stop;
+  };
 
   ResetLearnedCells(data);
   shorttest::SwitchTerminationOn(data);
-  if (progress(0.01)) return;
-  LearnVoltagePass(data, progress);
-  const TConnFound candidates = LearnIsolationPass(data, progress);
-  LearnPairPass(data, candidates, progress);
+  if (watched(0.01)) return LearnOutcome::Stopped;
+  // A stop is not handed from pass to pass: each stops at its own first progress call.
+  LearnVoltagePass(data, watched);
+  const TConnFound candidates = LearnIsolationPass(data, watched);
+  const LearnOutcome outcome = LearnPairPass(data, candidates, watched);
+  return stopped ? LearnOutcome::Stopped : outcome;
 }

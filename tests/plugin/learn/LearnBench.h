@@ -43,7 +43,7 @@ class LearnBench : public Bench {
     Bench::TearDown();
   }
 
-  void Learn() { LearnConnections(data, Progressed); }
+  LearnOutcome Learn() { return LearnConnections(data, Progressed); }
 
   /// A progress function that never stops and logs to `log`.
   static void StartScript(CallLog& log) {

@@ -141,7 +141,7 @@ TEST_F(NearThreshold, CancelLeavesWhatIsUndecidedAndCleansUp) {
   driver.Wire(3, 4, 9.5);
   driver.Wire(1, 3, 9.2);
   ui.Answer({mrCancel});
-  Learn();
+  EXPECT_EQ(Learn(), LearnOutcome::Stopped);
   // The first near pair is 3 and 1; 2 and 1 were decided before it.
   EXPECT_EQ(MatrixText(data), "8 28 008 0008");
   EXPECT_EQ(ui.Boxes().size(), 1U);

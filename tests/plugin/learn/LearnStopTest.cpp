@@ -34,12 +34,12 @@ class LearnStop : public LearnBench {
 
 TEST_F(LearnStop, BeforeTheFirstPassSkipsAllPasses) {
   StopFrom(1);
-  Learn();
+  EXPECT_EQ(Learn(), LearnOutcome::Stopped);
   EXPECT_EQ(log.Text(), TerminationOn(0, 7) + Progress(0.01) + CleanUp());
 }
 
-TEST_F(LearnStop, AtAnyProgressCallEndsThatPassAndTheOnesBehindAtTheirFirst) {
-  Learn();
+TEST_F(LearnStop, AtAnyProgressCallEndsThatPassAndTheLaterOnesAtTheirFirst) {
+  EXPECT_EQ(Learn(), LearnOutcome::Learned);
   const std::string whole = log.Text();
   const int calls = ProgressCalls();
   // One before the passes, one a comparison, one a channel, one a candidate, one at the end.
@@ -50,7 +50,7 @@ TEST_F(LearnStop, AtAnyProgressCallEndsThatPassAndTheOnesBehindAtTheirFirst) {
     SetUp();
     log.Clear();
     StopFrom(n);
-    Learn();
+    EXPECT_EQ(Learn(), LearnOutcome::Stopped);
 
     std::string expected = UpToProgress(whole, n);
     const bool inVoltagePass = n >= 2 && n <= 1 + High;
@@ -84,13 +84,13 @@ TEST_F(LearnStop, TheAnswerToTheLastCallIsIgnored) {
   const int calls = ProgressCalls();
   SetUp();
   StopAt(calls);
-  Learn();
+  EXPECT_EQ(Learn(), LearnOutcome::Learned);
   EXPECT_EQ(MatrixText(data), "8 18 218 1118 12118");
 }
 
 TEST_F(LearnStop, ASingleTrueStopsOnePassAlone) {
   StopAt(2);  // first call of the voltage pass
-  Learn();
+  EXPECT_EQ(Learn(), LearnOutcome::Stopped);
   // The bundle holds the first channel alone, so the others find nothing on line 1 to be connected to, except
   // channel 48, which is wired to it; each channel stays in the bundle once it was measured.
   EXPECT_EQ(log.Count("read 8"), 0);
@@ -102,7 +102,7 @@ TEST_F(LearnStop, InTheIsolationPassTheCandidatesSoFarAreStillPaired) {
   Channels(1, 3);
   driver.Wire(1, 2);
   StopAt(1 + 2 + 3);  // third channel of the isolation pass, and only there
-  Learn();
+  EXPECT_EQ(Learn(), LearnOutcome::Stopped);
   EXPECT_EQ(MatrixText(data), "8 28 008");
 }
 
