@@ -4,7 +4,40 @@ set -euo pipefail
 project_dir=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 cd "$project_dir"
 
-say() { printf '\n==> %s\n' "$*" >&2; }
+# say STEP: begins a step. Where steps are timed (time_steps), also of those that this script calls, it says how long the
+# last one took.
+say() {
+  if [ -n "${SHORTTEST_STEPS:-}" ]; then
+    step_table | tail -n 2 | sed -n '1s/^/    /p' >&2
+    printf '%s\t%s\n' "$EPOCHSECONDS" "$*" >>"$SHORTTEST_STEPS"
+  fi
+  printf '\n==> %s\n' "$*" >&2
+}
+
+# time_steps: a table of all steps from here on, and how long each took, is the last that this script writes.
+time_steps() {
+  outer_steps=${SHORTTEST_STEPS:-}
+  SHORTTEST_STEPS=$(mktemp)
+  export SHORTTEST_STEPS
+  trap 'end_steps $?' EXIT
+}
+
+end_steps() {
+  [ -z "$outer_steps" ] || cat "$SHORTTEST_STEPS" >>"$outer_steps"
+  printf '\n==> time of each step%s\n' "$([ "$1" = 0 ] || printf ' until the failure')"
+  step_table
+  rm -f "$SHORTTEST_STEPS"
+}
+
+# The steps so far, a line each with its minutes and seconds; the last line is the sum.
+step_table() {
+  awk -F '\t' -v now="$EPOCHSECONDS" '
+    function line(seconds, name) { printf "%4d:%02d  %s\n", seconds / 60, seconds % 60, name }
+    NR == 1 { first = $1 }
+    NR > 1 { line($1 - start, name) }
+    { start = $1; name = $2 }
+    END { if (NR > 0) { line(now - start, name); line(now - first, "all") } }' "$SHORTTEST_STEPS"
+}
 
 die() {
   printf '%s: %s\n' "${0##*/}" "$*" >&2
@@ -28,8 +61,14 @@ need_packages() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
+# Compiler and libraries: all that a build on this system needs.
 need_build_packages() {
   need_packages g++ cmake ninja-build libcli11-dev libeigen3-dev libwxgtk3.2-dev libgtest-dev libgmock-dev binutils
+}
+
+# What the tests need besides: a screen with a window manager, keys, locales.
+need_test_packages() {
+  need_packages xvfb xauth openbox x11-utils xdotool locales fonts-dejavu-core
 }
 
 # configure_and_build PRESET [TARGET...]
