@@ -12,7 +12,7 @@
 
 #include "plugin/editor/EditorDialog.h"
 #include "plugin/editor/GUI_ShortTest.h"
-#include "tests/support/NativeEntry.h"
+#include "tests/support/NativeKeyboard.h"
 #include "tests/support/WidgetTest.h"
 
 namespace shorttest::testkit {
@@ -96,7 +96,7 @@ class NoToTheQuestion : public wxTimer {
   static constexpr int IntervalMs = 300;
 
   void Notify() override {
-    if (said_ || TextOfFocusedEntry() == name_) return;
+    if (said_ || !widget_test::HasKeyboard() || TextOfFocusedEntry() == name_) return;
     said_ = true;
     wxUIActionSimulator().Char(WXK_ESCAPE);
   }
