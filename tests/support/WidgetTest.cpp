@@ -80,7 +80,7 @@ bool WaitFor(const std::function<bool()>& condition, long patienceMs) {
 void Settle() {
   // What was sent to the display server comes back through it: one round is not enough.
   for (int round = 0; round < 20; ++round) {
-    SynchroniseScreen();
+    if (round % 5 == 0) SynchroniseScreen();
     windows->ProcessMessages();
     wxMilliSleep(1);
   }
