@@ -48,7 +48,19 @@ as_root() {
   if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# Installs the Debian packages that are missing; asks the network only when one is.
+# The Debian packages that the scripts install, by what they are for.
+build_packages=(g++ cmake ninja-build libcli11-dev libeigen3-dev libwxgtk3.2-dev libgtest-dev libgmock-dev binutils)
+test_packages=(xvfb xauth openbox x11-utils xdotool locales fonts-dejavu-core)  # screen, window manager, keys, locales
+lint_packages=(clang-format clang-tidy cppcheck)
+coverage_packages=(gcovr python3)
+fuzz_packages=(clang libclang-rt-14-dev)
+benchmark_packages=(libbenchmark-dev gnuplot-nox python3)
+picture_packages=(imagemagick)
+deb_packages=(dpkg-dev file)
+windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64 fonts-wine
+  fonts-liberation xvfb xauth googletest libcli11-dev libeigen3-dev dpkg-dev xz-utils zip unzip)
+
+# need_packages PACKAGE...: installs those that are missing; asks the network only when one is.
 need_packages() {
   local missing=() package
   for package in "$@"; do
@@ -59,16 +71,6 @@ need_packages() {
   say "installing ${missing[*]}"
   as_root env DEBIAN_FRONTEND=noninteractive apt-get update -qq
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
-}
-
-# Compiler and libraries: all that a build on this system needs.
-need_build_packages() {
-  need_packages g++ cmake ninja-build libcli11-dev libeigen3-dev libwxgtk3.2-dev libgtest-dev libgmock-dev binutils
-}
-
-# What the tests need besides: a screen with a window manager, keys, locales.
-need_test_packages() {
-  need_packages xvfb xauth openbox x11-utils xdotool locales fonts-dejavu-core
 }
 
 # configure_and_build PRESET [TARGET...]
