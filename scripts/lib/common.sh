@@ -4,7 +4,40 @@ set -euo pipefail
 project_dir=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 cd "$project_dir"
 
-say() { printf '\n==> %s\n' "$*" >&2; }
+# say STEP: begins a step. Where steps are timed (time_steps), also of those that this script calls, it says how long the
+# last one took.
+say() {
+  if [ -n "${SHORTTEST_STEPS:-}" ]; then
+    step_table | tail -n 2 | sed -n '1s/^/    /p' >&2
+    printf '%s\t%s\n' "$EPOCHSECONDS" "$*" >>"$SHORTTEST_STEPS"
+  fi
+  printf '\n==> %s\n' "$*" >&2
+}
+
+# time_steps: a table of all steps from here on, and how long each took, is the last that this script writes.
+time_steps() {
+  outer_steps=${SHORTTEST_STEPS:-}
+  SHORTTEST_STEPS=$(mktemp)
+  export SHORTTEST_STEPS
+  trap 'end_steps $?' EXIT
+}
+
+end_steps() {
+  [ -z "$outer_steps" ] || cat "$SHORTTEST_STEPS" >>"$outer_steps"
+  printf '\n==> time of each step%s\n' "$([ "$1" = 0 ] || printf ' until the failure')"
+  step_table
+  rm -f "$SHORTTEST_STEPS"
+}
+
+# The steps so far, a line each with its minutes and seconds; the last line is the sum.
+step_table() {
+  awk -F '\t' -v now="$EPOCHSECONDS" '
+    function line(seconds, name) { printf "%4d:%02d  %s\n", seconds / 60, seconds % 60, name }
+    NR == 1 { first = $1 }
+    NR > 1 { line($1 - start, name) }
+    { start = $1; name = $2 }
+    END { if (NR > 0) { line(now - start, name); line(now - first, "all") } }' "$SHORTTEST_STEPS"
+}
 
 die() {
   printf '%s: %s\n' "${0##*/}" "$*" >&2
@@ -15,7 +48,19 @@ as_root() {
   if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# Installs the Debian packages that are missing; asks the network only when one is.
+# The Debian packages that the scripts install, by what they are for.
+build_packages=(g++ cmake ninja-build libcli11-dev libeigen3-dev libwxgtk3.2-dev libgtest-dev libgmock-dev binutils)
+test_packages=(xvfb xauth openbox x11-utils xdotool locales fonts-dejavu-core)  # screen, window manager, keys, locales
+lint_packages=(clang-format clang-tidy cppcheck)
+coverage_packages=(gcovr python3)
+fuzz_packages=(clang libclang-rt-14-dev)
+benchmark_packages=(libbenchmark-dev gnuplot-nox python3)
+picture_packages=(imagemagick)
+deb_packages=(dpkg-dev file)
+windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64 fonts-wine
+  fonts-liberation xvfb xauth googletest libcli11-dev libeigen3-dev dpkg-dev xz-utils zip unzip)
+
+# need_packages PACKAGE...: installs those that are missing; asks the network only when one is.
 need_packages() {
   local missing=() package
   for package in "$@"; do
@@ -26,10 +71,6 @@ need_packages() {
   say "installing ${missing[*]}"
   as_root env DEBIAN_FRONTEND=noninteractive apt-get update -qq
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
-}
-
-need_build_packages() {
-  need_packages g++ cmake ninja-build libcli11-dev libeigen3-dev libwxgtk3.2-dev libgtest-dev libgmock-dev binutils
 }
 
 # configure_and_build PRESET [TARGET...]
@@ -45,4 +86,13 @@ configure_and_build() {
   else
     cmake --build --preset "$preset"
   fi
+}
+
+# made_again_the_same SYSTEM FILE: packs once more; the same sources must make the same bytes.
+made_again_the_same() {
+  local before=$2.before
+  cp "$2" "$before"
+  scripts/package "$1" >/dev/null
+  cmp "$2" "$before" || die "the package differs from time to time"
+  rm "$before"
 }

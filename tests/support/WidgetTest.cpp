@@ -12,6 +12,8 @@
 #include <exception>
 #include <utility>
 
+#include "tests/support/NativeKeyboard.h"
+
 namespace widget_test {
 namespace {
 
@@ -48,6 +50,17 @@ class ClickWatcher : public wxEventFilter {
   bool up_ = false;
 };
 
+// Has the simulator press keys, once a window has the keyboard and until the program has seen them: on a busy
+// machine that takes its time.
+template <typename Presses>
+void PressSeen(const Presses& presses) {
+  EXPECT_TRUE(WaitFor(HasKeyboard)) << "no window has the keyboard";
+  const KeyWatcher watcher;
+  wxUIActionSimulator keyboard;
+  presses(keyboard);
+  EXPECT_TRUE(WaitFor([&watcher] { return watcher.SawKey(); })) << "no window saw the key";
+}
+
 }  // namespace
 
 UserInterface& Windows() { return *windows; }
@@ -67,6 +80,7 @@ bool WaitFor(const std::function<bool()>& condition, long patienceMs) {
 void Settle() {
   // What was sent to the display server comes back through it: one round is not enough.
   for (int round = 0; round < 20; ++round) {
+    if (round % 5 == 0) SynchroniseScreen();
     windows->ProcessMessages();
     wxMilliSleep(1);
   }
@@ -99,13 +113,13 @@ void ClickAt(const wxPoint& point) {
 }
 
 void Press(int key, int modifiers) {
-  wxUIActionSimulator().Char(key, modifiers);
+  PressSeen([key, modifiers](wxUIActionSimulator& keyboard) { keyboard.Char(key, modifiers); });
   Settle();
 }
 
 bool PressCloseBox(const std::function<bool()>& closed) {
   for (int tries = 0; tries < 10; ++tries) {
-    Press(WXK_F4, wxMOD_ALT);
+    wxUIActionSimulator().Char(WXK_F4, wxMOD_ALT);  // the window manager's: no window sees it
     if (WaitFor(closed, 2000)) return true;
   }
   return false;
@@ -124,7 +138,8 @@ void SelectAll() {
 void Type(const std::string& text) {
   for (std::size_t start = 0;;) {
     const std::size_t end = text.find('\n', start);
-    wxUIActionSimulator().Text(wxString::FromUTF8(text.substr(start, end - start)));
+    for (const wxUniChar character : wxString::FromUTF8(text.substr(start, end - start)))
+      PressSeen([character](wxUIActionSimulator& keyboard) { keyboard.Text(wxString(character)); });
     Settle();
     if (end == std::string::npos) return;
     Press(WXK_RETURN);

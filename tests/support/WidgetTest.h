@@ -31,7 +31,8 @@ void Click(wxWindow& window);
 /// fails the test.
 void ClickAt(const wxPoint& point);
 
-/// Presses and releases a key, with modifiers (wxMOD_...), in whatever window has the keyboard.
+/// Presses and releases a key, with modifiers (wxMOD_...), in whatever window of the program has the
+/// keyboard. A key that no window sees fails the test.
 void Press(int key, int modifiers = 0);
 
 /// Presses the window manager's key for the close box until `closed` holds: a manager that has just started

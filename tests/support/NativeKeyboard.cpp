@@ -1,4 +1,4 @@
-#include "tests/support/NativeEntry.h"
+#include "tests/support/NativeKeyboard.h"
 
 #ifdef _WIN32
 
@@ -21,6 +21,14 @@ std::optional<std::string> TextOfFocusedEntry() {
                       nullptr);
   return std::string(text.data());
 }
+
+bool HasKeyboard() { return GetFocus() != nullptr; }
+
+void SynchroniseScreen() {}
+
+KeyWatcher::KeyWatcher() = default;
+
+bool KeyWatcher::SawKey() const { return true; }
 
 }  // namespace widget_test
 
@@ -45,18 +53,23 @@ Function Find(const char* name) {
   return reinterpret_cast<Function>(dlsym(RTLD_DEFAULT, name));
 }
 
-void* FocusedWidget() {
+void* ActiveWindow() {
   static const auto listWindows = Find<List* (*)()>("gtk_window_list_toplevels");
   static const auto freeList = Find<void (*)(List*)>("g_list_free");
   static const auto isActive = Find<int (*)(void*)>("gtk_window_is_active");
-  static const auto focusOf = Find<void* (*)(void*)>("gtk_window_get_focus");
   List* const windows = listWindows();
-  void* focused = nullptr;
+  void* active = nullptr;
   for (const List* window = windows; window != nullptr; window = window->next) {
-    if (isActive(window->data) != 0) focused = focusOf(window->data);
+    if (isActive(window->data) != 0) active = window->data;
   }
   freeList(windows);
-  return focused;
+  return active;
+}
+
+void* FocusedWidget() {
+  static const auto focusOf = Find<void* (*)(void*)>("gtk_window_get_focus");
+  void* const window = ActiveWindow();
+  return window == nullptr ? nullptr : focusOf(window);
 }
 
 bool IsEntry(void* widget) {
@@ -65,7 +78,47 @@ bool IsEntry(void* widget) {
   return isA(widget, entryType()) != 0;
 }
 
+// How many keys went down and came up at the program's windows so far.
+struct Keys {
+  long presses = 0;
+  long releases = 0;
+};
+
+constexpr int KeyPress = 8;  // as GDK numbers its events
+constexpr int KeyRelease = 9;
+
+// An event begins with its type.
+int CountKey(void*, const int* event, void* keys) {
+  if (*event == KeyPress) ++static_cast<Keys*>(keys)->presses;
+  if (*event == KeyRelease) ++static_cast<Keys*>(keys)->releases;
+  return 0;  // it goes on to its window
+}
+
+const Keys& KeysSoFar() {
+  using Snooper = int (*)(void*, const int*, void*);
+  static Keys keys;
+  [[maybe_unused]] static const unsigned int installed =
+      Find<unsigned int (*)(Snooper, void*)>("gtk_key_snooper_install")(CountKey, &keys);
+  return keys;
+}
+
 }  // namespace
+
+bool HasKeyboard() { return ActiveWindow() != nullptr; }
+
+void SynchroniseScreen() {
+  static const auto screen = Find<void* (*)()>("gdk_display_get_default");
+  static const auto synchronise = Find<void (*)(void*)>("gdk_display_sync");
+  synchronise(screen());
+}
+
+KeyWatcher::KeyWatcher() : pressesBefore_(KeysSoFar().presses), releasesBefore_(KeysSoFar().releases) {}
+
+bool KeyWatcher::SawKey() const {
+  const long presses = KeysSoFar().presses - pressesBefore_;
+  const long releases = KeysSoFar().releases - releasesBefore_;
+  return presses > 0 && (releases >= presses || !HasKeyboard());
+}
 
 std::optional<std::string> TextOfFocusedEntry() {
   static const auto textOf = Find<const char* (*)(void*)>("gtk_entry_get_text");
