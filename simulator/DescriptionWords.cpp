@@ -9,31 +9,6 @@ constexpr std::string_view Blanks = " \t";
 
 bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
-/// Number of bytes that a sequence with this first byte has; 0 when none starts with it.
-std::size_t SequenceLength(unsigned char first) {
-  if (first < 0x80) return 1;
-  if (first >= 0xC2 && first <= 0xDF) return 2;
-  if (first >= 0xE0 && first <= 0xEF) return 3;
-  if (first >= 0xF0 && first <= 0xF4) return 4;
-  return 0;
-}
-
-/// Whether the second byte keeps the sequence out of overlong forms, surrogates and what lies past U+10FFFF.
-bool SecondByteFits(unsigned char first, unsigned char second) {
-  switch (first) {
-    case 0xE0:
-      return second >= 0xA0;
-    case 0xED:
-      return second < 0xA0;
-    case 0xF0:
-      return second >= 0x90;
-    case 0xF4:
-      return second < 0x90;
-    default:
-      return true;
-  }
-}
-
 /// Column of the byte at `offset`: its character, counted from 1.
 int ColumnOf(std::string_view line, std::size_t offset) {
   const auto end = line.begin() + static_cast<std::ptrdiff_t>(offset);
@@ -72,19 +47,6 @@ std::vector<Word> SplitLine(std::string_view line, const std::string& file, int 
     at = line.find_first_not_of(Blanks, end);
   }
   return words;
-}
-
-bool IsUtf8(std::string_view text) {
-  for (std::size_t i = 0; i < text.size();) {
-    const auto first = static_cast<unsigned char>(text[i]);
-    const std::size_t length = SequenceLength(first);
-    if (length == 0 || length > text.size() - i) return false;
-    const std::string_view rest = text.substr(i + 1, length - 1);
-    if (!std::all_of(rest.begin(), rest.end(), IsContinuation)) return false;
-    if (length > 1 && !SecondByteFits(first, static_cast<unsigned char>(rest[0]))) return false;
-    i += length;
-  }
-  return true;
 }
 
 }  // namespace simulator

@@ -33,7 +33,4 @@ struct Word {
 /// DescriptionError for a text without its closing quote or followed directly by something else.
 std::vector<Word> SplitLine(std::string_view line, const std::string& file, int lineNumber);
 
-/// Whether `text` is well-formed UTF-8.
-bool IsUtf8(std::string_view text);
-
 }  // namespace simulator

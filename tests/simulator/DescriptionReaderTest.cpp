@@ -5,8 +5,8 @@
 #include <fstream>
 
 #include "simulator/DescriptionReader.h"
-#include "simulator/SystemText.h"
 #include "tests/simulator/Bench.h"
+#include "text/Paths.h"
 
 namespace simulator {
 namespace {
@@ -263,11 +263,11 @@ class DescriptionFiles : public testing::Test {
   }
 
   void Put(const std::string& name, const std::string& text) {
-    std::ofstream(folder_ / PathFromUtf8(name), std::ios::binary) << text;
+    std::ofstream(folder_ / shorttest::PathFromUtf8(name), std::ios::binary) << text;
   }
 
   DeviceDescription Read(const std::string& name) {
-    return ReadDeviceDescription(folder_ / PathFromUtf8(name));
+    return ReadDeviceDescription(folder_ / shorttest::PathFromUtf8(name));
   }
 
   std::string MistakeIn(const std::string& name) {
