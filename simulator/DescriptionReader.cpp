@@ -3,6 +3,7 @@
 #include <set>
 
 #include "simulator/DescriptionBuilder.h"
+#include "simulator/DescriptionLimits.h"
 #include "text/FileAccess.h"
 #include "text/Lines.h"
 #include "text/Paths.h"
@@ -11,8 +12,6 @@
 namespace simulator {
 namespace {
 
-constexpr int MaxIncludeDepth = 8;
-constexpr std::size_t MaxFileSize = std::size_t{4} << 20U;
 constexpr std::string_view Include = "include";
 
 const char* CauseOf(const shorttest::FileError& error) {
@@ -25,7 +24,7 @@ const char* CauseOf(const shorttest::FileError& error) {
 /// The whole file; `position` is where it is asked for.
 std::string FileText(const std::filesystem::path& path, const Position& position) {
   try {
-    return shorttest::ReadWholeFile(path, MaxFileSize, shorttest::ReadFrom::Anything);
+    return shorttest::ReadWholeFile(path, MaxFileBytes, shorttest::ReadFrom::Anything);
   } catch (const shorttest::FileError& error) {
     const std::string what = position.line > 0 ? "'" + shorttest::Utf8FromPath(path) + "' " : std::string();
     ThrowMistake(position, what + "cannot be read: " + CauseOf(error));
@@ -52,6 +51,9 @@ class Reader {
   void CarryOut(const Words& words, const std::filesystem::path& folder,
                 std::set<std::string_view>& settings) {
     const Word& keyword = words.front();
+    if (++statements_ > MaxStatements) {
+      ThrowMistake(keyword.position, "more than " + std::to_string(MaxStatements) + " statements");
+    }
     if (keyword.text == Include && !keyword.quoted) {
       ReadIncluded(words, folder);
       return;
@@ -75,8 +77,17 @@ class Reader {
       ThrowMistake(words.front().position,
                    "files include each other more than " + std::to_string(MaxIncludeDepth) + " deep");
     }
+    if (++includes_ > MaxIncludes) {
+      ThrowMistake(words.front().position,
+                   "more than " + std::to_string(MaxIncludes) + " files are included");
+    }
     const std::filesystem::path path = folder / shorttest::PathFromUtf8(words[1].text);
     const std::string text = FileText(path, words[1].position);
+    includedBytes_ += text.size();
+    if (includedBytes_ > MaxTextBytes) {
+      ThrowMistake(words.front().position,
+                   "the included files hold more than " + std::to_string(MaxTextBytes) + " bytes");
+    }
     ++depth_;
     ReadText(text, shorttest::Utf8FromPath(path), path.parent_path());
     --depth_;
@@ -84,6 +95,9 @@ class Reader {
 
   DescriptionBuilder builder_;
   int depth_ = 0;
+  int includes_ = 0;
+  std::size_t includedBytes_ = 0;
+  int statements_ = 0;
 };
 
 }  // namespace
