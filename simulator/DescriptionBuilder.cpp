@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <limits>
+#include <set>
 #include <utility>
 
+#include "simulator/DescriptionLimits.h"
 #include "simulator/Quantity.h"
 
 namespace simulator {
@@ -217,14 +219,13 @@ void DescriptionBuilder::Net(const Words& words) {
     ThrowMistake(words.front().position, "expected: net POINT POINT... [each OHM]");
   }
   const double ohm = hasOhm ? OhmOrNone(*(each + 1)) : DefaultNetOhm;
-  const Point splice = points_.AddNode();
-  std::vector<Point> members;
+  const Point splice = points_.AddNode(words.front().position);
+  std::set<Point> members;
   for (std::size_t i = 1; i <= pointCount; ++i) {
     const Point point = points_.Find(words[i]);
-    if (std::find(members.begin(), members.end(), point) != members.end()) {
+    if (!members.insert(point).second) {
       ThrowMistake(words[i].position, "'" + words[i].text + "' stands in this net twice");
     }
-    members.push_back(point);
     description_.resistors.push_back({point, splice, ohm});
   }
 }
@@ -257,6 +258,13 @@ void DescriptionBuilder::Charge(const Words& words) {
 
 // --- changes
 
+void DescriptionBuilder::BeginChange(const Words& words) {
+  changeVisits_ += static_cast<std::int64_t>(description_.resistors.size() + description_.capacitors.size());
+  if (changeVisits_ > MaxChangeVisits) {
+    ThrowMistake(words.front().position, "too many changes to so many wires and capacitors");
+  }
+}
+
 template <typename Action>
 void DescriptionBuilder::ForEachEnd(Action action) {
   for (Resistor& resistor : description_.resistors) {
@@ -270,6 +278,7 @@ void DescriptionBuilder::ForEachEnd(Action action) {
 }
 
 void DescriptionBuilder::Cut(const Words& words) {
+  BeginChange(words);
   const Point a = points_.Find(words[1]);
   const Point b = points_.Find(words[2]);
   const std::size_t removed = std::erase_if(description_.resistors, [&](const Resistor& resistor) {
@@ -282,6 +291,7 @@ void DescriptionBuilder::Cut(const Words& words) {
 }
 
 void DescriptionBuilder::Disconnect(const Words& words) {
+  BeginChange(words);
   const Point point = points_.Find(words[1]);
   const auto endsAt = [&](const auto& element) { return element.a == point || element.b == point; };
   const std::size_t removed =
@@ -290,6 +300,7 @@ void DescriptionBuilder::Disconnect(const Words& words) {
 }
 
 void DescriptionBuilder::Swap(const Words& words) {
+  BeginChange(words);
   const Point a = points_.Find(words[1]);
   const Point b = points_.Find(words[2]);
   ExpectDifferent(words[1], words[2], a, b);
@@ -303,9 +314,10 @@ void DescriptionBuilder::Swap(const Words& words) {
 }
 
 void DescriptionBuilder::Joint(const Words& words) {
+  BeginChange(words);
   const Point point = points_.Find(words[1]);
   const double ohm = RealOhm(words[2]);
-  const Point behind = points_.AddNode();
+  const Point behind = points_.AddNode(words[1].position);
   bool found = false;
   ForEachEnd([&](Point& end) {
     if (end == point) {

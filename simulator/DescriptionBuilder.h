@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string_view>
@@ -72,6 +73,7 @@ class DescriptionBuilder {
 
   void AddResistor(const Word& a, const Word& b, double ohm);
   void AddCapacitor(Point a, Point b, const Words& words, std::size_t voltsAt);
+  void BeginChange(const Words& words);
   template <typename Action>
   void ForEachEnd(Action action);
   int FittedCardCount() const;
@@ -80,6 +82,7 @@ class DescriptionBuilder {
   PointTable points_;
   std::optional<int> cards_;
   std::map<int, Position> missingCards_;
+  std::int64_t changeVisits_ = 0;
 };
 
 }  // namespace simulator

@@ -1,52 +1,45 @@
 #include "simulator/DescriptionReader.h"
 
-#include <fstream>
-#include <iterator>
 #include <set>
 
 #include "simulator/DescriptionBuilder.h"
-#include "simulator/SystemText.h"
+#include "simulator/DescriptionLimits.h"
+#include "text/FileAccess.h"
+#include "text/Lines.h"
+#include "text/Paths.h"
+#include "text/Utf8.h"
 
 namespace simulator {
 namespace {
 
-constexpr int MaxIncludeDepth = 8;
-constexpr std::size_t MaxFileSize = std::size_t{4} << 20U;
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view Include = "include";
+
+const char* CauseOf(const shorttest::FileError& error) {
+  if (error.code() == std::errc::no_such_file_or_directory) return "there is no such file";
+  if (error.code() == std::errc::is_a_directory) return "it is a directory";
+  if (error.code() == std::errc::file_too_large) return "it is too large";
+  return error.FailedStep() == shorttest::FileError::Step::Open ? "it cannot be opened" : "reading failed";
+}
 
 /// The whole file; `position` is where it is asked for.
 std::string FileText(const std::filesystem::path& path, const Position& position) {
-  std::error_code error;
-  const std::filesystem::file_status status = std::filesystem::status(path, error);
-  const auto fail = [&](const std::string& why) {
-    const std::string what = position.line > 0 ? "'" + Utf8FromPath(path) + "' " : std::string();
-    ThrowMistake(position, what + "cannot be read: " + why);
-  };
-  if (!std::filesystem::exists(status)) fail("there is no such file");
-  if (std::filesystem::is_directory(status)) fail("it is a directory");
-  std::ifstream file(path, std::ios::binary);
-  if (!file) fail("it cannot be opened");
-  std::string text(MaxFileSize + 1, '\0');
-  file.read(text.data(), static_cast<std::streamsize>(text.size()));
-  if (file.bad()) fail("reading failed");
-  text.resize(static_cast<std::size_t>(file.gcount()));
-  if (text.size() > MaxFileSize) fail("it is too large");
-  return text;
+  try {
+    return shorttest::ReadWholeFile(path, MaxFileBytes, shorttest::ReadFrom::Anything);
+  } catch (const shorttest::FileError& error) {
+    const std::string what = position.line > 0 ? "'" + shorttest::Utf8FromPath(path) + "' " : std::string();
+    ThrowMistake(position, what + "cannot be read: " + CauseOf(error));
+  }
 }
 
 class Reader {
  public:
   /// Reads one text; `folder` is where the files that it includes are looked for.
   void ReadText(std::string_view text, const std::string& name, const std::filesystem::path& folder) {
-    if (text.starts_with(ByteOrderMark)) text.remove_prefix(ByteOrderMark.size());
+    shorttest::TakeByteOrderMark(text);
     std::set<std::string_view> settings;
     for (int lineNumber = 1; !text.empty(); ++lineNumber) {
-      const std::size_t end = std::min(text.find('\n'), text.size());
-      std::string_view line = text.substr(0, end);
-      text.remove_prefix(std::min(end + 1, text.size()));
-      if (line.ends_with('\r')) line.remove_suffix(1);
-      if (!IsUtf8(line)) ThrowMistake({name, lineNumber, 1}, "the line is not UTF-8");
+      const std::string_view line = shorttest::TakeLine(text, shorttest::LineEnds::LineFeed).text;
+      if (!shorttest::IsUtf8(line)) ThrowMistake({name, lineNumber, 1}, "the line is not UTF-8");
       const Words words = SplitLine(line, name, lineNumber);
       if (!words.empty()) CarryOut(words, folder, settings);
     }
@@ -58,6 +51,9 @@ class Reader {
   void CarryOut(const Words& words, const std::filesystem::path& folder,
                 std::set<std::string_view>& settings) {
     const Word& keyword = words.front();
+    if (++statements_ > MaxStatements) {
+      ThrowMistake(keyword.position, "more than " + std::to_string(MaxStatements) + " statements");
+    }
     if (keyword.text == Include && !keyword.quoted) {
       ReadIncluded(words, folder);
       return;
@@ -81,21 +77,33 @@ class Reader {
       ThrowMistake(words.front().position,
                    "files include each other more than " + std::to_string(MaxIncludeDepth) + " deep");
     }
-    const std::filesystem::path path = folder / PathFromUtf8(words[1].text);
+    if (++includes_ > MaxIncludes) {
+      ThrowMistake(words.front().position,
+                   "more than " + std::to_string(MaxIncludes) + " files are included");
+    }
+    const std::filesystem::path path = folder / shorttest::PathFromUtf8(words[1].text);
     const std::string text = FileText(path, words[1].position);
+    includedBytes_ += text.size();
+    if (includedBytes_ > MaxTextBytes) {
+      ThrowMistake(words.front().position,
+                   "the included files hold more than " + std::to_string(MaxTextBytes) + " bytes");
+    }
     ++depth_;
-    ReadText(text, Utf8FromPath(path), path.parent_path());
+    ReadText(text, shorttest::Utf8FromPath(path), path.parent_path());
     --depth_;
   }
 
   DescriptionBuilder builder_;
   int depth_ = 0;
+  int includes_ = 0;
+  std::size_t includedBytes_ = 0;
+  int statements_ = 0;
 };
 
 }  // namespace
 
 DeviceDescription ReadDeviceDescription(const std::filesystem::path& path) {
-  const std::string name = Utf8FromPath(path);
+  const std::string name = shorttest::Utf8FromPath(path);
   const std::string text = FileText(path, {name, 0, 0});
   Reader reader;
   reader.ReadText(text, name, path.parent_path());

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "simulator/DescriptionLimits.h"
+
 namespace simulator {
 namespace {
 
@@ -9,36 +11,22 @@ constexpr std::string_view Blanks = " \t";
 
 bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
-/// Number of bytes that a sequence with this first byte has; 0 when none starts with it.
-std::size_t SequenceLength(unsigned char first) {
-  if (first < 0x80) return 1;
-  if (first >= 0xC2 && first <= 0xDF) return 2;
-  if (first >= 0xE0 && first <= 0xEF) return 3;
-  if (first >= 0xF0 && first <= 0xF4) return 4;
-  return 0;
-}
+/// Columns of the bytes of a line: their characters, counted from 1.
+class Columns {
+ public:
+  explicit Columns(std::string_view line) : line_(line) {}
 
-/// Whether the second byte keeps the sequence out of overlong forms, surrogates and what lies past U+10FFFF.
-bool SecondByteFits(unsigned char first, unsigned char second) {
-  switch (first) {
-    case 0xE0:
-      return second >= 0xA0;
-    case 0xED:
-      return second < 0xA0;
-    case 0xF0:
-      return second >= 0x90;
-    case 0xF4:
-      return second < 0x90;
-    default:
-      return true;
+  /// REQUIRES: ascending offsets, so that no byte is looked at twice.
+  int At(std::size_t offset) {
+    for (; counted_ < offset; ++counted_) column_ += IsContinuation(line_[counted_]) ? 0 : 1;
+    return column_;
   }
-}
 
-/// Column of the byte at `offset`: its character, counted from 1.
-int ColumnOf(std::string_view line, std::size_t offset) {
-  const auto end = line.begin() + static_cast<std::ptrdiff_t>(offset);
-  return 1 + static_cast<int>(std::count_if(line.begin(), end, [](char c) { return !IsContinuation(c); }));
-}
+ private:
+  std::string_view line_;
+  std::size_t counted_ = 0;
+  int column_ = 1;
+};
 
 }  // namespace
 
@@ -52,9 +40,10 @@ void ThrowMistake(const Position& position, const std::string& cause) {
 
 std::vector<Word> SplitLine(std::string_view line, const std::string& file, int lineNumber) {
   std::vector<Word> words;
+  Columns columns(line);
   std::size_t at = line.find_first_not_of(Blanks);
   while (at != std::string_view::npos && line[at] != '#') {
-    Word word{{}, {file, lineNumber, ColumnOf(line, at)}, line[at] == '"'};
+    Word word{{}, {file, lineNumber, columns.At(at)}, line[at] == '"'};
     std::size_t end = 0;
     if (word.quoted) {
       const std::size_t closing = line.find('"', at + 1);
@@ -62,29 +51,19 @@ std::vector<Word> SplitLine(std::string_view line, const std::string& file, int 
       word.text = line.substr(at + 1, closing - at - 1);
       end = closing + 1;
       if (end < line.size() && Blanks.find(line[end]) == std::string_view::npos) {
-        ThrowMistake({file, lineNumber, ColumnOf(line, end)}, "a blank must follow the closing quote");
+        ThrowMistake({file, lineNumber, columns.At(end)}, "a blank must follow the closing quote");
       }
     } else {
       end = std::min(line.find_first_of(Blanks, at), line.size());
       word.text = line.substr(at, end - at);
     }
+    if (words.size() == MaxWordsOfALine) {
+      ThrowMistake(word.position, "more than " + std::to_string(MaxWordsOfALine) + " words in one line");
+    }
     words.push_back(std::move(word));
     at = line.find_first_not_of(Blanks, end);
   }
   return words;
-}
-
-bool IsUtf8(std::string_view text) {
-  for (std::size_t i = 0; i < text.size();) {
-    const auto first = static_cast<unsigned char>(text[i]);
-    const std::size_t length = SequenceLength(first);
-    if (length == 0 || length > text.size() - i) return false;
-    const std::string_view rest = text.substr(i + 1, length - 1);
-    if (!std::all_of(rest.begin(), rest.end(), IsContinuation)) return false;
-    if (length > 1 && !SecondByteFits(first, static_cast<unsigned char>(rest[0]))) return false;
-    i += length;
-  }
-  return true;
 }
 
 }  // namespace simulator

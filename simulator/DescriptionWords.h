@@ -30,10 +30,8 @@ struct Word {
 };
 
 /// Splits a line into its words. Blanks and tabs separate; a '#' that starts a word starts a comment. Throws
-/// DescriptionError for a text without its closing quote or followed directly by something else.
+/// DescriptionError for a text without its closing quote or followed directly by something else, and for more
+/// than MaxWordsOfALine.
 std::vector<Word> SplitLine(std::string_view line, const std::string& file, int lineNumber);
-
-/// Whether `text` is well-formed UTF-8.
-bool IsUtf8(std::string_view text);
 
 }  // namespace simulator

@@ -1,7 +1,9 @@
 #include "simulator/LoadedTester.h"
 
 #include "simulator/DescriptionReader.h"
-#include "simulator/SystemText.h"
+#include "text/Environment.h"
+#include "text/Paths.h"
+#include "text/SystemText.h"
 
 namespace simulator {
 namespace {
@@ -37,7 +39,7 @@ bool LoadedTester::Load(Read&& read) {
 }
 
 bool LoadedTester::LoadFile(const std::string& fileName) {
-  return Load([&] { return ReadDeviceDescription(PathFromUtf8(fileName)); });
+  return Load([&] { return ReadDeviceDescription(shorttest::PathFromUtf8(fileName)); });
 }
 
 bool LoadedTester::LoadText(std::string_view text) {
@@ -45,7 +47,7 @@ bool LoadedTester::LoadText(std::string_view text) {
 }
 
 void LoadedTester::LoadFromEnvironment() {
-  const std::optional<std::string> fileName = EnvironmentVariable(DeviceVariable);
+  const std::optional<std::string> fileName = shorttest::EnvironmentVariable(DeviceVariable);
   if (!fileName) {
     MakeUnusable(std::string(DeviceVariable) + " is not set: it names the file that describes the device");
   } else if (!LoadFile(*fileName)) {
@@ -63,9 +65,9 @@ Tester& LoadedTester::Ready() {
 }
 
 void LoadedTester::StartTrace() {
-  const std::optional<std::string> fileName = EnvironmentVariable(TraceVariable);
+  const std::optional<std::string> fileName = shorttest::EnvironmentVariable(TraceVariable);
   if (!fileName) return;
-  trace_ = CallTrace::Open(PathFromUtf8(*fileName));
+  trace_ = CallTrace::Open(shorttest::PathFromUtf8(*fileName));
   if (trace_) return;
   traceError_ = std::string(TraceVariable) + ": " + *fileName + " cannot be opened for writing";
   MakeUnusable(traceError_);
@@ -111,7 +113,7 @@ char* LoadedTester::ErrorText() noexcept {
     const std::string* error = Ready().PendingError();
     const std::string text = error != nullptr ? *error : std::string();
     if (trace_) trace_->Call("bus_get_error_msg", text);
-    return texts_.HandOut(ToSystemEncoding(text));
+    return texts_.HandOut(shorttest::Utf8ToSystemText(text));
   } catch (const std::exception& exception) {
     Fail(exception.what());
     return nullptr;

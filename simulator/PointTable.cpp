@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "simulator/DescriptionLimits.h"
 #include "simulator/Quantity.h"
 
 namespace simulator {
@@ -33,7 +34,15 @@ void PointTable::Name(const Word& name, Point point) {
 
 void PointTable::NameChannel(const Word& name, const Word& number) { Name(name, ChannelNumber(number)); }
 
-void PointTable::AddNode(const Word& name) { Name(name, AddNode()); }
+void PointTable::AddNode(const Word& name) { Name(name, AddNode(name.position)); }
+
+Point PointTable::AddNode(const Position& position) {
+  if (innerNodes_ == MaxInnerNodes) {
+    ThrowMistake(position, "too many points: there may be " + std::to_string(MaxInnerNodes) +
+                               " inner nodes, those of nets and joints included");
+  }
+  return MaxChannels + innerNodes_++;
+}
 
 Point PointTable::ChannelNumber(const Word& word) {
   const std::optional<std::int64_t> number = ReadInteger(word.text);

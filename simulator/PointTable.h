@@ -17,8 +17,9 @@ class PointTable {
   void NameChannel(const Word& name, const Word& number);
   void AddNode(const Word& name);
 
-  /// An inner node without a name.
-  Point AddNode() { return MaxChannels + innerNodes_++; }
+  /// An inner node without a name. Throws DescriptionError for `position` when there are MaxInnerNodes
+  /// already.
+  Point AddNode(const Position& position);
 
   /// The point that a word names. Throws DescriptionError when it names none.
   Point Find(const Word& word);

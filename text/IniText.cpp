@@ -2,13 +2,14 @@
 
 #include <algorithm>
 
+#include "text/Lines.h"
 #include "text/NumberText.h"
 #include "text/Trim.h"
+#include "text/Utf8.h"
 
 namespace shorttest {
 namespace {
 
-constexpr std::string_view Utf8ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view LineEnd = "\r\n";
 
 char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
@@ -45,16 +46,10 @@ std::string_view Value(std::string_view line) {
 }  // namespace
 
 IniText::IniText(std::string_view content) {
-  if (content.substr(0, Utf8ByteOrderMark.size()) == Utf8ByteOrderMark) {
-    byteOrderMark_ = Utf8ByteOrderMark;
-    content.remove_prefix(Utf8ByteOrderMark.size());
-  }
+  if (TakeByteOrderMark(content)) byteOrderMark_ = Utf8ByteOrderMark;
   while (!content.empty()) {
-    const std::size_t end = std::min(content.find_first_of("\r\n"), content.size());
-    const std::size_t breakLength =
-        content.substr(end, 2) == LineEnd ? 2 : std::min<std::size_t>(1, content.size() - end);
-    lines_.push_back({std::string(content.substr(0, end)), std::string(content.substr(end, breakLength))});
-    content.remove_prefix(end + breakLength);
+    const TextLine line = TakeLine(content);
+    lines_.push_back({std::string(line.text), std::string(line.lineBreak)});
   }
 }
 
@@ -115,7 +110,7 @@ void IniText::WriteString(std::string_view section, std::string_view key, const 
     AppendLine("[" + std::string(section) + "]");
     header = lines_.size() - 1;
   }
-  // Behind the section's last line with content: blank lines set it apart from the next section.
+  // After the section's last line with content: blank lines set it apart from the next section.
   std::size_t position = SectionEnd(*header);
   while (position > *header + 1 && Trim(lines_[position - 1].text).empty()) --position;
   if (lines_[position - 1].end.empty()) lines_[position - 1].end = LineEnd;

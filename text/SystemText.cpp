@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <optional>
 
+#include "text/Utf8.h"
+
 #ifdef _WIN32
-#include <windows.h>
+#include "text/WideText.h"
 #else
 #include <iconv.h>
 #include <langinfo.h>
@@ -25,16 +27,9 @@ constexpr std::array<char32_t, 32> Windows1252High = {
 #ifdef _WIN32
 
 std::optional<std::string> FromSystemEncoding(std::string_view text) {
-  if (text.empty()) return std::string();
-  const int size = static_cast<int>(text.size());
-  const int wideSize = MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, text.data(), size, nullptr, 0);
-  if (wideSize <= 0) return std::nullopt;
-  std::wstring wide(static_cast<std::size_t>(wideSize), L'\0');
-  MultiByteToWideChar(CP_ACP, 0, text.data(), size, wide.data(), wideSize);
-  const int utf8Size = WideCharToMultiByte(CP_UTF8, 0, wide.data(), wideSize, nullptr, 0, nullptr, nullptr);
-  std::string utf8(static_cast<std::size_t>(utf8Size), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, wide.data(), wideSize, utf8.data(), utf8Size, nullptr, nullptr);
-  return utf8;
+  const std::wstring wide = WideText(text, CP_ACP, MB_ERR_INVALID_CHARS);
+  if (wide.empty() && !text.empty()) return std::nullopt;
+  return NarrowText(wide, CP_UTF8);
 }
 
 #else
@@ -68,27 +63,6 @@ std::optional<std::string> FromSystemEncoding(std::string_view text) {
 
 }  // namespace
 
-void AppendUtf8(std::string& utf8, char32_t codePoint) {
-  const auto trail = [codePoint](int shift) {
-    return static_cast<char>(0x80 | ((codePoint >> shift) & 0x3F));
-  };
-  if (codePoint < 0x80) {
-    utf8 += static_cast<char>(codePoint);
-  } else if (codePoint < 0x800) {
-    utf8 += static_cast<char>(0xC0 | (codePoint >> 6));
-    utf8 += trail(0);
-  } else if (codePoint < 0x10000) {
-    utf8 += static_cast<char>(0xE0 | (codePoint >> 12));
-    utf8 += trail(6);
-    utf8 += trail(0);
-  } else {
-    utf8 += static_cast<char>(0xF0 | (codePoint >> 18));
-    utf8 += trail(12);
-    utf8 += trail(6);
-    utf8 += trail(0);
-  }
-}
-
 std::string Windows1252ToUtf8(std::string_view text) {
   std::string utf8;
   for (const char character : text) {
@@ -102,5 +76,11 @@ std::string SystemTextToUtf8(std::string_view text) {
   const auto converted = FromSystemEncoding(text);
   return converted ? *converted : Windows1252ToUtf8(text);
 }
+
+#ifdef _WIN32
+std::string Utf8ToSystemText(const std::string& utf8) { return NarrowText(WideText(utf8, CP_UTF8), CP_ACP); }
+#else
+std::string Utf8ToSystemText(const std::string& utf8) { return utf8; }
+#endif
 
 }  // namespace shorttest

@@ -1,9 +1,9 @@
 #include "text/UserLocale.h"
 
 #ifdef _WIN32
-#include <windows.h>
-
 #include <array>
+
+#include "text/WideText.h"
 #else
 #include <langinfo.h>
 #include <locale.h>
@@ -19,10 +19,7 @@ std::string UserDecimalSeparator() {
                       static_cast<int>(separator.size())) <= 1) {
     return ".";
   }
-  std::array<char, 32> utf8{};
-  WideCharToMultiByte(CP_UTF8, 0, separator.data(), -1, utf8.data(), static_cast<int>(utf8.size()), nullptr,
-                      nullptr);
-  return utf8.data();
+  return NarrowText(separator.data(), CP_UTF8);
 }
 
 #else

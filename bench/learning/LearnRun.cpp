@@ -10,6 +10,7 @@
 #include "plugin/hardware/Bus.h"
 #include "plugin/hardware/Timing.h"
 #include "plugin/learn/ShorttestLearn.h"
+#include "text/Paths.h"
 
 namespace kxbench {
 
@@ -72,8 +73,7 @@ double SecondsSince(std::int64_t start) {
 
 TShortTestData PrepareData(const LearnRequest& request) {
   const bool ranged = request.firstChannel && request.lastChannel;
-  const std::filesystem::path file(std::u8string(request.file.begin(), request.file.end()));
-  const bool exists = std::filesystem::exists(file);
+  const bool exists = std::filesystem::exists(shorttest::PathFromUtf8(request.file));
   if (!exists && !ranged) {
     throw std::invalid_argument("the file does not exist; a new one needs --channels FIRST-LAST");
   }

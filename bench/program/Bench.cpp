@@ -1,7 +1,5 @@
 #include "bench/program/Bench.h"
 
-#include <array>
-#include <fstream>
 #include <variant>
 
 #include "bench/program/Extension.h"
@@ -16,6 +14,7 @@
 #include "bench/program/Script.h"
 #include "bench/program/ScriptRun.h"
 #include "bench/program/System.h"
+#include "text/FileAccess.h"
 #include "ui/terminal/Interrupt.h"
 
 namespace kxbench {
@@ -31,14 +30,14 @@ std::filesystem::path PluginFile(const Options& options) {
 }
 
 std::string ReadScriptFile(const std::string& name) {
-  std::ifstream file(PathFromUtf8(name), std::ios::binary);
-  std::string text;
-  for (std::array<char, 4096> part{}; file.read(part.data(), part.size()) || file.gcount() > 0;) {
-    text.append(part.data(), static_cast<std::size_t>(file.gcount()));
+  try {
+    return shorttest::ReadWholeFile(PathFromUtf8(name), shorttest::MostTextBytes,
+                                    shorttest::ReadFrom::Anything);
+  } catch (const shorttest::FileTooLarge& error) {
+    throw Failure("cannot read the script " + name + ": " + error.Reason());
+  } catch (const shorttest::FileError&) {
+    throw Failure("cannot read the script " + name);
   }
-  // A folder can be opened like a file on some systems, but not read.
-  if (!file.is_open() || file.bad()) throw Failure("cannot read the script " + name);
-  return text;
 }
 
 Script ScriptOf(const Options& options, const Extension& extension, const TKXEnvironment& environment) {

@@ -2,14 +2,14 @@
 
 #include <utility>
 
-#include "framework/Unicode.h"
+#include "text/Utf8.h"
 
 namespace kxbench {
 
 RecordReceiver::RecordReceiver(std::function<void(const std::string&)> receive)
     : receive_(std::move(receive)), window_([this](UINT message, WPARAM, LPARAM lParam) -> LRESULT {
         if (message != RecordMessage || lParam == 0) return 0;
-        receive_(kx::Utf8FromUtf16(reinterpret_cast<const char16_t*>(lParam)));
+        receive_(shorttest::Utf8FromUtf16(reinterpret_cast<const char16_t*>(lParam)));
         return 1;
       }) {}
 

@@ -7,13 +7,12 @@
 #include "framework/ScriptCall.h"
 #include "framework/ScriptExpression.h"
 #include "framework/ScriptLexer.h"
-#include "framework/Unicode.h"
+#include "text/Lines.h"
+#include "text/Utf8.h"
 
 namespace kxbench {
 
 namespace {
-
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 /// Throws TKXScriptError when a value is not of the declared type. Types that this host does not know are the
 /// command's business.
@@ -55,31 +54,19 @@ ScriptStep ReadCall(std::string_view line, const CommandFinder& findCommand,
   return step;
 }
 
-std::vector<std::string_view> Lines(std::string_view text) {
-  std::vector<std::string_view> lines;
-  while (!text.empty()) {
-    const std::size_t end = text.find('\n');
-    std::string_view line = text.substr(0, end);
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    lines.push_back(line);
-    if (end == std::string_view::npos) break;
-    text.remove_prefix(end + 1);
-  }
-  return lines;
-}
-
 }  // namespace
 
 Script ReadScript(const std::string& name, const std::string& text, const CommandFinder& findCommand,
                   const TKXEnvironment& environment) {
   std::string_view content = text;
-  if (content.starts_with(ByteOrderMark)) content.remove_prefix(ByteOrderMark.size());
+  shorttest::TakeByteOrderMark(content);
 
   Script script;
   std::size_t number = 0;
-  for (const std::string_view line : Lines(content)) {
+  while (!content.empty()) {
+    const std::string_view line = shorttest::TakeLine(content, shorttest::LineEnds::LineFeed).text;
     const std::string where = name + ":" + std::to_string(++number);
-    if (!kx::IsUtf8(line)) throw Failure(where + ":1: the line is not UTF-8");
+    if (!shorttest::IsUtf8(line)) throw Failure(where + ":1: the line is not UTF-8");
     if (kx::IsEmptyScriptLine(line)) continue;
     try {
       script.push_back(ReadCall(line, findCommand, environment));

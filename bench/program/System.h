@@ -4,11 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "text/Paths.h"
+
 namespace kxbench {
 
 /// File names are UTF-8 throughout the program.
-std::filesystem::path PathFromUtf8(const std::string& name);
-std::string Utf8FromPath(const std::filesystem::path& path);
+using shorttest::PathFromUtf8;
+using shorttest::Utf8FromPath;
 
 /// The command line's arguments without the program's name, UTF-8.
 std::vector<std::string> Utf8Arguments(int argc, char** argv);

@@ -10,6 +10,7 @@
 #include "text/IniText.h"
 #include "text/Lines.h"
 #include "text/NumberText.h"
+#include "text/Paths.h"
 
 namespace shorttest {
 namespace {
@@ -117,7 +118,7 @@ ExpectationInspection InspectExpectationText(std::string_view content) {
 }
 
 ExpectationInspection InspectExpectationFile(const std::string& utf8Path) {
-  return InspectExpectationText(ReadWholeFile(AbsolutePath(utf8Path)));
+  return InspectExpectationText(ReadWholeFile(AbsolutePath(utf8Path), MostExpectationBytes));
 }
 
 }  // namespace shorttest

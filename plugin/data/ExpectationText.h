@@ -9,6 +9,9 @@
 
 namespace shorttest {
 
+/// Most bytes of an expectation file: ten times what the largest range needs.
+inline constexpr std::uintmax_t MostExpectationBytes = std::uintmax_t{64} << 20U;
+
 /// The channel range of an expectation file; the default for a bound that is missing or no integer.
 struct ExpectationRange {
   std::int32_t von;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "text/Lines.h"
+
 namespace shorttest {
 namespace {
 
@@ -80,12 +82,7 @@ std::string JoinDelimited(const std::vector<std::string>& items, char delimiter)
 
 std::vector<std::string> SplitLines(std::string_view text) {
   std::vector<std::string> lines;
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-    lines.emplace_back(text.substr(0, end));
-    text.remove_prefix(end);
-    if (!text.empty()) text.remove_prefix(text.substr(0, 2) == "\r\n" ? 2 : 1);
-  }
+  while (!text.empty()) lines.emplace_back(TakeLine(text).text);
   return lines;
 }
 

@@ -6,7 +6,7 @@
 #include "plugin/editor/EditorDialog.h"
 #include "plugin/editor/FileChoice.h"
 #include "plugin/editor/GUI_ShortTest.h"
-#include "text/FileAccess.h"
+#include "text/Paths.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "framework/kxcomponents.h"
-#include "text/FileAccess.h"
+#include "text/Paths.h"
 
 namespace shorttest {
 namespace {

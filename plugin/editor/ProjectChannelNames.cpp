@@ -1,8 +1,9 @@
 #include "plugin/editor/ProjectChannelNames.h"
 
-#include <system_error>
+#include <stdexcept>
 
 #include "text/FileAccess.h"
+#include "text/Paths.h"
 #include "text/TextEncoding.h"
 
 namespace shorttest {
@@ -11,7 +12,11 @@ namespace {
 std::string ReadText(const std::string& fileName) {
   try {
     return FileTextToUtf8(ReadWholeFile(AbsolutePath(fileName)));
-  } catch (const std::system_error&) {
+  } catch (const FileTooLarge& error) {
+    throw std::length_error("Die Projektdatei '" + fileName +
+                            "' ist zu groß: " + std::to_string(error.Size()) + " Byte, möglich sind " +
+                            std::to_string(error.Limit()) + ".");
+  } catch (const FileError&) {
     return {};  // a project need not name its channels
   }
 }

@@ -14,6 +14,7 @@ class ProjectChannelNames {
  public:
   /// Reads the file `fileName` (UTF-8 name), whatever of UTF-8, UTF-16 with byte order mark or 8 bits
   /// it is written in. A file that is missing or cannot be read names no channel.
+  /// Throws std::length_error, with a text for the user, for one of more than MostTextBytes.
   explicit ProjectChannelNames(const std::string& fileName);
 
   /// The channel's name; empty when it has none.

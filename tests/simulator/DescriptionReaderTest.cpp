@@ -4,9 +4,10 @@
 #include <filesystem>
 #include <fstream>
 
+#include "simulator/DescriptionLimits.h"
 #include "simulator/DescriptionReader.h"
-#include "simulator/SystemText.h"
 #include "tests/simulator/Bench.h"
+#include "text/Paths.h"
 
 namespace simulator {
 namespace {
@@ -263,11 +264,11 @@ class DescriptionFiles : public testing::Test {
   }
 
   void Put(const std::string& name, const std::string& text) {
-    std::ofstream(folder_ / PathFromUtf8(name), std::ios::binary) << text;
+    std::ofstream(folder_ / shorttest::PathFromUtf8(name), std::ios::binary) << text;
   }
 
   DeviceDescription Read(const std::string& name) {
-    return ReadDeviceDescription(folder_ / PathFromUtf8(name));
+    return ReadDeviceDescription(folder_ / shorttest::PathFromUtf8(name));
   }
 
   std::string MistakeIn(const std::string& name) {
@@ -324,6 +325,90 @@ TEST_F(DescriptionFiles, FolderIsNoFile) {
 TEST_F(DescriptionFiles, HugeFileIsRefused) {
   Put("huge.device", std::string(5U << 20U, '\n'));
   EXPECT_THAT(MistakeIn("huge.device"), EndsWith("huge.device: cannot be read: it is too large"));
+}
+
+// ---- bounds: whatever is within them loads in seconds, and one step past them is a mistake that is named
+
+std::string Repeated(int count, const std::string& text) {
+  std::string repeated;
+  for (int i = 0; i < count; ++i) repeated += text;
+  return repeated;
+}
+
+std::string Mistake(const std::string& text) {
+  try {
+    Parse(text);
+    return {};
+  } catch (const DescriptionError& error) {
+    return error.what();
+  }
+}
+
+std::string Nodes(int count) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text += "node n" + std::to_string(i) + "\n";
+  return text;
+}
+
+TEST(DescriptionBounds, Statements) {
+  // Comments and empty lines are none.
+  EXPECT_THAT(Mistake("# c\n\n" + Repeated(3, "wire 1 2\n")), IsEmpty());
+  EXPECT_EQ(Mistake("# c\n\n" + Repeated(MaxStatements, "wire 1 2\n") + "wire 1 2\n"),
+            "device:1000003:1: more than 1000000 statements");
+}
+
+TEST(DescriptionBounds, InnerNodes) {
+  EXPECT_THAT(Mistake(Nodes(MaxInnerNodes)), IsEmpty());
+  const std::string tooMany =
+      "device:561:1: too many points: there may be 560 inner nodes, those of nets and joints included";
+  EXPECT_EQ(Mistake(Nodes(MaxInnerNodes) + "net 1 2"), tooMany);
+  EXPECT_EQ(Mistake("wire 1 2\n" + Nodes(MaxInnerNodes - 1) + "joint 1 1"), "");
+  EXPECT_THAT(Mistake(Nodes(MaxInnerNodes) + "node more"), HasSubstr("device:561:6: too many points"));
+  EXPECT_THAT(Mistake("wire 1 2\n" + Nodes(MaxInnerNodes) + "joint 1 1"),
+              HasSubstr("device:562:7: too many points"));
+}
+
+TEST(DescriptionBounds, WordsOfALine) {
+  EXPECT_EQ(Mistake("net" + Repeated(2000, " 1")), "device:1:4003: more than 2000 words in one line");
+  EXPECT_THAT(Mistake("net" + Repeated(1999, " 1")), HasSubstr("'1' stands in this net twice"));
+  // A line of megabytes is told of as fast.
+  EXPECT_EQ(Mistake("net" + Repeated(1'300'000, " 1")), "device:1:4003: more than 2000 words in one line");
+}
+
+TEST(DescriptionBounds, ChangesToManyElements) {
+  const std::string wires = Repeated(10'000, "wire 1 2\n");
+  EXPECT_THAT(Mistake(wires + Repeated(2000, "swap 3 4\n")), IsEmpty());
+  EXPECT_EQ(Mistake(wires + Repeated(2001, "swap 3 4\n")),
+            "device:12001:1: too many changes to so many wires and capacitors");
+  for (const std::string change : {"cut 3 4", "disconnect 3", "joint 3 1"}) {
+    EXPECT_THAT(Mistake(wires + Repeated(2000, "swap 3 4\n") + "wire 3 4\n" + change),
+                HasSubstr("too many changes"))
+        << change;
+  }
+}
+
+// Files that include each other many times over: exponential, were it not for a bound.
+TEST_F(DescriptionFiles, ManyIncludesAreRefused) {
+  for (int depth = 0; depth < 8; ++depth) {
+    Put("d" + std::to_string(depth) + ".device",
+        depth == 7 ? "wire 1 2\n" : Repeated(20, "include d" + std::to_string(depth + 1) + ".device\n"));
+  }
+  EXPECT_THAT(MistakeIn("d0.device"), EndsWith(": more than 1000 files are included"));
+}
+
+TEST_F(DescriptionFiles, MuchTextIsRefusedThoughItSaysNothing) {
+  Put("blank.device", std::string(4U << 20U, '\n'));
+  Put("bad.device", Repeated(9, "include blank.device\n"));
+  EXPECT_THAT(MistakeIn("bad.device"),
+              EndsWith("bad.device:9:1: the included files hold more than 33554432 bytes"));
+}
+
+TEST_F(DescriptionFiles, ADeviceThatNeverEndsIsTooLarge) {
+#ifndef _WIN32
+  Put("endless.device", "include /dev/zero\n");
+  EXPECT_THAT(MistakeIn("endless.device"),
+              EndsWith("endless.device:1:9: '/dev/zero' cannot be read: it is too large"));
+#endif
 }
 
 }  // namespace

@@ -56,33 +56,5 @@ TEST(SplitLine, MissingClosingQuoteNamesItsPlace) {
 
 TEST(SplitLine, TextMustEndItsWord) { EXPECT_THROW(SplitLine("\"a\"b", "f", 1), DescriptionError); }
 
-struct Utf8Row {
-  const char* name;
-  std::string text;
-  bool wellFormed;
-};
-
-class Utf8Test : public testing::TestWithParam<Utf8Row> {};
-
-TEST_P(Utf8Test, IsToldApart) { EXPECT_EQ(IsUtf8(GetParam().text), GetParam().wellFormed); }
-
-INSTANTIATE_TEST_SUITE_P(Texts, Utf8Test,
-                         testing::Values(Utf8Row{"Ascii", "wire 1 5", true},
-                                         Utf8Row{"TwoBytes", "\xC3\xBC", true},
-                                         Utf8Row{"ThreeBytes", "\xE2\x82\xAC", true},
-                                         Utf8Row{"FourBytes", "\xF0\x9F\x94\x8C", true},
-                                         Utf8Row{"Latin1",
-                                                 "R\xFC"
-                                                 "ck",
-                                                 false},
-                                         Utf8Row{"CutShort", "\xE2\x82", false},
-                                         Utf8Row{"LoneContinuation", "\x82", false},
-                                         Utf8Row{"OverlongTwoBytes", "\xC0\xAF", false},
-                                         Utf8Row{"OverlongThreeBytes", "\xE0\x9F\xBF", false},
-                                         Utf8Row{"OverlongFourBytes", "\xF0\x8F\xBF\xBF", false},
-                                         Utf8Row{"Surrogate", "\xED\xA0\x80", false},
-                                         Utf8Row{"BeyondUnicode", "\xF4\x90\x80\x80", false}),
-                         RowName<Utf8Row>);
-
 }  // namespace
 }  // namespace simulator

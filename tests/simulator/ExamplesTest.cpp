@@ -16,8 +16,8 @@
 
 #include "plugin/data/ShorttestData.h"
 #include "simulator/DescriptionReader.h"
-#include "simulator/SystemText.h"
 #include "tests/simulator/Bench.h"
+#include "text/Paths.h"
 
 namespace simulator {
 namespace {
@@ -29,7 +29,7 @@ using ::testing::IsSupersetOf;
 using Channels = std::vector<int>;
 using Pairs = std::set<std::pair<int, int>>;
 
-fs::path ExamplesFolder() { return PathFromUtf8(EXAMPLES_DIR); }
+fs::path ExamplesFolder() { return shorttest::PathFromUtf8(EXAMPLES_DIR); }
 
 struct Example {
   std::string harness;
@@ -79,7 +79,7 @@ class ExampleDevice : public Bench, public testing::WithParamInterface<Example> 
  protected:
   ExampleDevice()
       : folder_(ExamplesFolder() / GetParam().harness),
-        expectation_(Utf8FromPath(folder_ / (GetParam().harness + ".dat"))),
+        expectation_(shorttest::Utf8FromPath(folder_ / (GetParam().harness + ".dat"))),
         records_(PromisedRecords(DeviceFile())) {
     tester_.emplace(ReadDeviceDescription(DeviceFile()), time_);
     for (int card = 0; card < expectation_.AnzahlKarten(); ++card) CloseAuxiliaries(card);

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace data_test {
+namespace text_test {
 
 /// A test that changes the process's environment, which is put back at its end.
 class EnvironmentTest : public testing::Test {
@@ -32,4 +32,4 @@ class EnvironmentTest : public testing::Test {
   std::map<std::string, std::optional<std::string>> before_;
 };
 
-}  // namespace data_test
+}  // namespace text_test

@@ -6,11 +6,10 @@
 
 #include <system_error>
 
-#include "plugin/data/ShorttestData.h"
-#include "tests/plugin/data/DataFixture.h"
+#include "tests/text/FileFixture.h"
 #include "text/FileAccess.h"
 
-namespace data_test {
+namespace text_test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -70,42 +69,11 @@ TEST_F(FileAccessPosix, ALinkToItselfFailsAndStays) {
   EXPECT_THAT(FolderContent(), ElementsAre("loop.exp"));
 }
 
-// A link in the copy's place, put there by whoever may write into the folder, is not written through.
-TEST_F(FileAccessPosix, ALinkInTheCopysPlaceIsNotFollowed) {
-  Write("old.exp", "old");
-  Write("innocent", "untouched");
-  fs::create_symlink("innocent", Path("old.exp.new~"));
-  ReplaceWholeFile(Path("old.exp"), "new");
-  EXPECT_EQ(Content("innocent"), "untouched");
-  fs::create_symlink("nothing yet", Path("old.exp.new~"));
-  ReplaceWholeFile(Path("old.exp"), "newer");
-  EXPECT_FALSE(fs::is_symlink(Path("old.exp")));
-  EXPECT_EQ(Content("old.exp"), "newer");
-  EXPECT_THAT(FolderContent(), ElementsAre("innocent", "old.exp"));
-}
-
-// The copy has a longer name than the file; where no such name is possible, the file can be read and not
-// saved.
-TEST_F(FileAccessPosix, ANameTooLongForItsCopyFailsAndLeavesTheFile) {
-  const std::string longest(255, 'x');
-  Write(longest, "old");
-  const auto error = Thrown<std::system_error>([&] { ReplaceWholeFile(Path(longest), "new"); });
-  ASSERT_TRUE(error);
-  EXPECT_EQ(error->code, std::errc::filename_too_long);
-  EXPECT_THAT(error->message, HasSubstr(longest));
-  EXPECT_EQ(Content(longest), "old");
-
-  const std::string longestSaved(250, 'y');
-  ReplaceWholeFile(Path(longestSaved), "new");
-  EXPECT_EQ(Content(longestSaved), "new");
-  EXPECT_THAT(FolderContent(), ElementsAre(longest, longestSaved));
-}
-
 // Endless devices and pipes that nobody writes to: refused, never read.
 TEST_F(FileAccessPosix, OnlyFilesAreRead) {
   ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
   for (const std::string& name : {std::string("/dev/zero"), std::string("/dev/full"), Name("pipe")}) {
-    const auto error = Thrown<std::system_error>([&name] { TShortTestData data(name); });
+    const auto error = Thrown<std::system_error>([&name] { ReadWholeFile(name); });
     ASSERT_TRUE(error) << name;
     EXPECT_THAT(error->message, HasSubstr(name));
   }
@@ -114,7 +82,7 @@ TEST_F(FileAccessPosix, OnlyFilesAreRead) {
 TEST_F(FileAccessPosix, OnlyFilesAreReplaced) {
   ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
   for (const std::string& name : {std::string("/dev/full"), Name("pipe")}) {
-    const auto error = Thrown<std::system_error>([&name] { TShortTestData(1, 4).SaveExpectationFile(name); });
+    const auto error = Thrown<std::system_error>([&name] { ReplaceWholeFile(name, "new"); });
     ASSERT_TRUE(error) << name;
     EXPECT_THAT(error->message, HasSubstr(name));
   }
@@ -133,4 +101,4 @@ TEST_F(FileAccessPosix, AReadErrorNamesTheFileAndTheCause) {
 }
 
 }  // namespace
-}  // namespace data_test
+}  // namespace text_test

@@ -3,18 +3,18 @@
 
 #include <system_error>
 
-#include "tests/plugin/data/DataFixture.h"
+#include "tests/text/FileFixture.h"
 #include "text/FileAccess.h"
 
-namespace data_test {
+namespace text_test {
 namespace {
 
 using namespace std::string_literals;
 
 using shorttest::AbsolutePath;
-using shorttest::PathText;
 using shorttest::ReadWholeFile;
 using shorttest::ReplaceWholeFile;
+using shorttest::Utf8FromPath;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -31,7 +31,7 @@ TEST_F(FileAccess, AbsolutePathKeepsAnAbsoluteName) { EXPECT_EQ(AbsolutePath(Nam
 
 TEST_F(FileAccess, NamesAreUtf8BothWays) {
   EXPECT_EQ(AbsolutePath(Name("Prüfling Ω.exp")).filename(), std::filesystem::path(u8"Prüfling Ω.exp"));
-  EXPECT_EQ(PathText(std::filesystem::path(u8"Prüfling Ω.exp")), "Prüfling Ω.exp");
+  EXPECT_EQ(Utf8FromPath(std::filesystem::path(u8"Prüfling Ω.exp")), "Prüfling Ω.exp");
 }
 
 TEST_F(FileAccess, ReadsEveryByte) {
@@ -55,7 +55,7 @@ TEST_F(FileAccess, ReadingAFolderNamesIt) {
   const auto error = Thrown<std::system_error>([this] { ReadWholeFile(Folder()); });
   ASSERT_TRUE(error);
   EXPECT_EQ(error->code, std::errc::is_a_directory);
-  EXPECT_THAT(error->message, HasSubstr(PathText(Folder())));
+  EXPECT_THAT(error->message, HasSubstr(Utf8FromPath(Folder())));
 }
 
 TEST_F(FileAccess, CreatesANewFile) {
@@ -83,15 +83,6 @@ TEST_F(FileAccess, LeavesOtherFilesAlone) {
   EXPECT_EQ(Content("old.exp.bak"), "backup");
 }
 
-// A program that was killed while saving leaves its half-written copy; it must not stand in the way.
-TEST_F(FileAccess, TheRemainsOfAKilledSaveAreCleanedUp) {
-  Write("old.exp", "old");
-  Write("old.exp.new~", "half of the ne");
-  ReplaceWholeFile(Path("old.exp"), "new");
-  EXPECT_EQ(Content("old.exp"), "new");
-  EXPECT_THAT(FolderContent(), ElementsAre("old.exp"));
-}
-
 TEST_F(FileAccess, InAMissingFolderFails) {
   const auto error = Thrown<std::system_error>([this] { ReplaceWholeFile(Path("missing/a.exp"), "new"); });
   ASSERT_TRUE(error);
@@ -110,13 +101,5 @@ TEST_F(FileAccess, OverAFolderFails) {
   EXPECT_THAT(FolderContent(), ElementsAre("folder"));
 }
 
-TEST_F(FileAccess, TheCopysPlaceTakenByAFolderFailsAndLeavesTheFolder) {
-  Write("old.exp", "old");
-  std::filesystem::create_directory(Path("old.exp.new~"));
-  EXPECT_THROW(ReplaceWholeFile(Path("old.exp"), "new"), std::system_error);
-  EXPECT_EQ(Content("old.exp"), "old");
-  EXPECT_THAT(FolderContent(), ElementsAre("old.exp", "old.exp.new~"));
-}
-
 }  // namespace
-}  // namespace data_test
+}  // namespace text_test

@@ -1,10 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/plugin/data/DataFixture.h"
+#include "tests/text/FileFixture.h"
 #include "text/IniText.h"
 
-namespace data_test {
+namespace text_test {
 namespace {
 
 using namespace std::string_literals;
@@ -263,4 +263,4 @@ TEST_F(IniTextTest, AppendLineGoesBehindEverything) {
 }
 
 }  // namespace
-}  // namespace data_test
+}  // namespace text_test

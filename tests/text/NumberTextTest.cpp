@@ -7,11 +7,11 @@
 #include <limits>
 #include <random>
 
-#include "tests/plugin/data/DataFixture.h"
+#include "tests/text/FileFixture.h"
 #include "text/NumberText.h"
 #include "text/UserLocale.h"
 
-namespace data_test {
+namespace text_test {
 namespace {
 
 using shorttest::FloatToFixedText;
@@ -251,4 +251,4 @@ INSTANTIATE_TEST_SUITE_P(
     CaseName());
 
 }  // namespace
-}  // namespace data_test
+}  // namespace text_test

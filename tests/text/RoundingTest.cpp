@@ -4,10 +4,10 @@
 #include <cmath>
 #include <limits>
 
-#include "tests/plugin/data/DataFixture.h"
+#include "tests/text/FileFixture.h"
 #include "text/Rounding.h"
 
-namespace data_test {
+namespace text_test {
 namespace {
 
 struct RoundingCase {
@@ -51,4 +51,4 @@ TEST(RoundToEvenOfNoNumber, IsNoNumber) {
 }
 
 }  // namespace
-}  // namespace data_test
+}  // namespace text_test

@@ -2,7 +2,7 @@
 #include "tests/text/EnvironmentFixture.h"
 #include "text/SystemText.h"
 
-namespace data_test {
+namespace text_test {
 namespace {
 
 using shorttest::SystemTextToUtf8;
@@ -37,4 +37,4 @@ TEST_F(SystemText, FollowsTheEncodingOfTheLocale) {
 #endif
 
 }  // namespace
-}  // namespace data_test
+}  // namespace text_test

@@ -3,7 +3,7 @@
 #include "tests/text/EnvironmentFixture.h"
 #include "text/UserLocale.h"
 
-namespace data_test {
+namespace text_test {
 namespace {
 
 class UserLocale : public EnvironmentTest {
@@ -30,4 +30,4 @@ TEST_F(UserLocale, TheProcessKeepsItsOwnLocale) {
 }
 
 }  // namespace
-}  // namespace data_test
+}  // namespace text_test

@@ -11,43 +11,16 @@
 
 #include "plugin/data/ShorttestData.h"
 #include "tests/plugin/data/DataFixture.h"
+#include "tests/text/Restrictions.h"
 
 namespace data_test {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::AnyOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-// No file can grow beyond `bytes`: the write that would fails, as on a full disk.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(std::size_t bytes) : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &old_);
-    rlimit limit = old_;
-    limit.rlim_cur = bytes;
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &old_);
-    std::signal(SIGXFSZ, oldHandler_);
-  }
-
- private:
-  rlimit old_{};
-  void (*oldHandler_)(int);
-};
-
-// Root may write everywhere; as somebody else the rights of files and folders count.
-class AsNobody {
- public:
-  AsNobody() { EXPECT_EQ(seteuid(wasRoot_ ? 65534 : geteuid()), 0); }
-  ~AsNobody() { EXPECT_EQ(seteuid(wasRoot_ ? 0 : geteuid()), 0); }
-
- private:
-  bool wasRoot_ = geteuid() == 0;
-};
+using text_test::AsNobody;
+using text_test::FileSizeLimit;
 
 class SaveFailure : public FileTest {
  protected:
@@ -129,7 +102,6 @@ TEST_F(SaveFailure, KilledAtAnyByteLeavesTheOldFileAndTheNextSaveSucceeds) {
   }
   NewData().SaveExpectationFile(Name("saved.exp"));
   EXPECT_EQ(Content("saved.exp"), saved);
-  EXPECT_THAT(FolderContent(), ElementsAre("saved.exp"));
 }
 
 TEST_F(SaveFailure, OverAReadOnlyFileLeavesIt) {
@@ -145,17 +117,29 @@ TEST_F(SaveFailure, OverAReadOnlyFileLeavesIt) {
   ExpectOldFileAlone();
 }
 
-TEST_F(SaveFailure, InAReadOnlyFolderLeavesTheOldFile) {
+TEST_F(SaveFailure, InAReadOnlyFolderTheFileItselfIsWritten) {
+  const std::string expected = NewContent();
+  fs::permissions(Folder(), static_cast<fs::perms>(0555));
+  {
+    const AsNobody nobody;
+    NewData().SaveExpectationFile(Name("saved.exp"));
+  }
+  fs::permissions(Folder(), fs::perms::all);
+  EXPECT_EQ(Content("saved.exp"), expected);
+  EXPECT_THAT(FolderContent(), ElementsAre("saved.exp"));
+}
+
+TEST_F(SaveFailure, InAReadOnlyFolderANewFileFailsAndIsNamed) {
   fs::permissions(Folder(), static_cast<fs::perms>(0555));
   std::optional<Failure> error;
   {
     const AsNobody nobody;
-    error = SaveFails();
+    error = Thrown<std::system_error>([this] { NewData().SaveExpectationFile(Name("new.exp")); });
   }
   fs::permissions(Folder(), fs::perms::all);
   ASSERT_TRUE(error);
   EXPECT_EQ(error->code, std::errc::permission_denied);
-  EXPECT_THAT(error->message, HasSubstr(Name("saved.exp")));
+  EXPECT_THAT(error->message, HasSubstr(Name("new.exp")));
   ExpectOldFileAlone();
 }
 

@@ -5,19 +5,19 @@
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <sys/prctl.h>
-#include <sys/ptrace.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <csignal>
+#include <chrono>
 #include <cstddef>
 #include <system_error>
 
 #include "plugin/data/ShorttestData.h"
 #include "tests/plugin/data/DataFixture.h"
+#include "tests/text/SteppedProcess.h"
 
 namespace data_test {
 namespace {
@@ -25,6 +25,7 @@ namespace {
 using testing::AnyOf;
 using testing::Each;
 using testing::ElementsAre;
+using testing::MatchesRegex;
 
 class SaveInterrupted : public FileTest {
  protected:
@@ -42,44 +43,16 @@ class SaveInterrupted : public FileTest {
 
   const std::string& New() const { return new_; }
 
+  // As if whatever lies there had been left two hours ago.
+  void AgeTheRemains() const {
+    for (const std::string& name : FolderContent()) {
+      std::filesystem::last_write_time(Path(name),
+                                       std::filesystem::last_write_time(Path(name)) - std::chrono::hours(2));
+    }
+  }
+
  private:
   std::string new_;
-};
-
-// A process that saves and stops before and behind each of its system calls.
-class WatchedSave {
- public:
-  template <typename Save>
-  explicit WatchedSave(Save save) : process_(fork()) {
-    if (process_ == 0) {
-      ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-      std::raise(SIGSTOP);
-      save();
-      _exit(0);
-    }
-    waitpid(process_, &status_, 0);
-    EXPECT_TRUE(WIFSTOPPED(status_)) << "cannot watch a process";
-  }
-  ~WatchedSave() { Kill(); }
-  WatchedSave(const WatchedSave&) = delete;
-  WatchedSave& operator=(const WatchedSave&) = delete;
-
-  bool Ended() const { return !WIFSTOPPED(status_); }
-
-  void GoOn() {
-    EXPECT_EQ(ptrace(PTRACE_SYSCALL, process_, nullptr, nullptr), 0);
-    EXPECT_EQ(waitpid(process_, &status_, 0), process_);
-  }
-
-  void Kill() {
-    if (Ended()) return;
-    kill(process_, SIGKILL);
-    waitpid(process_, &status_, 0);
-  }
-
- private:
-  pid_t process_;
-  int status_ = 0;
 };
 
 TEST_F(SaveInterrupted, KilledAtAnySystemCallLeavesOneOfTheTwoFilesAndTheNextSaveSucceeds) {
@@ -87,16 +60,17 @@ TEST_F(SaveInterrupted, KilledAtAnySystemCallLeavesOneOfTheTwoFilesAndTheNextSav
   int newFiles = 0;
   for (bool ended = false; !ended;) {
     Write("saved.exp", Old);
-    WatchedSave save([this] { Save(); });
+    text_test::SteppedProcess save([this] { Save(); });
     // One stop further each time. Sanitizers make a few calls of their own, not the same ones every time.
-    for (int stops = 0; stops <= oldFiles + newFiles && !save.Ended(); ++stops) save.GoOn();
+    for (int stops = 0; stops <= oldFiles + newFiles && !save.Ended(); ++stops) save.Step();
     ended = save.Ended();
     save.Kill();
     const std::string content = Content("saved.exp");
     ASSERT_THAT(content, AnyOf(Old, New()));
     ++(content == Old ? oldFiles : newFiles);
-    ASSERT_THAT(FolderContent(), Each(AnyOf("saved.exp", "saved.exp.new~")));
+    ASSERT_THAT(FolderContent(), Each(AnyOf("saved.exp", MatchesRegex("saved.exp.[0-9a-f]{8}.new~"))));
 
+    AgeTheRemains();
     ASSERT_NO_THROW(Save());
     ASSERT_EQ(Content("saved.exp"), New());
     ASSERT_THAT(FolderContent(), ElementsAre("saved.exp"));
