@@ -46,6 +46,8 @@ struct ChannelPlace {
 
 bool ProbeRelay(std::int32_t relay) { return brenmor_msu_write_relay(relay, ProbeMode) != 0; }
 
+bool testerInUse = false;
+
 bool HasTermination(const TShortTestData& data) { return data.LastRelaisKarte > 0 && data.LastRelais > 0; }
 
 void SwitchTermination(const TShortTestData& data, std::int32_t state) {
@@ -125,6 +127,17 @@ void ReleaseAllLines(const TShortTestData& data) noexcept {
 }
 
 namespace shorttest {
+
+void RequireTesterFree() {
+  if (testerInUse) throw std::logic_error("Es läuft bereits ein Kurzschlusstest oder ein Lernvorgang.");
+}
+
+TesterInUse::TesterInUse() {
+  RequireTesterFree();
+  testerInUse = true;
+}
+
+TesterInUse::~TesterInUse() { testerInUse = false; }
 
 void SwitchTerminationOn(const TShortTestData& data) {
   if (!HasTermination(data)) return;

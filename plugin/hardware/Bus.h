@@ -54,6 +54,20 @@ void ReleaseAllLines(const TShortTestData& data) noexcept;
 
 namespace shorttest {
 
+/// Throws std::logic_error while a TesterInUse lives.
+void RequireTesterFree();
+
+/// One procedure's claim on the tester, for as long as it lives. A procedure lets the user interface work,
+/// and that may start another one: the two would switch each other's relays, so the later one is refused.
+class TesterInUse {
+ public:
+  /// Throws std::logic_error, before any call of the driver, when the tester is in use.
+  TesterInUse();
+  ~TesterInUse();
+  TesterInUse(const TesterInUse&) = delete;
+  TesterInUse& operator=(const TesterInUse&) = delete;
+};
+
 /// Closes the terminating-resistor relay, if `data` names one.
 void SwitchTerminationOn(const TShortTestData& data);
 

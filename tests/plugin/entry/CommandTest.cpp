@@ -96,6 +96,19 @@ TEST_F(Command, ReportsAFaultyDevice) {
               ElementsAre(StartsWith("Kurzschluss zwischen 1 und 2|10|"), "Kurzschlusstest|0|1||0||"));
 }
 
+TEST_F(Command, OutOfARunningOneIsRefusedBeforeTheHardwareIsInitialised) {
+  const std::string file = ExpectationFile("good.ini", true);
+  int refused = 0;
+  ui.WithinMessages([&] {
+    EXPECT_THROW(Run(Base(), file), std::logic_error);
+    ++refused;
+  });
+  Run(Base(), file);
+  EXPECT_GT(refused, 0);
+  EXPECT_EQ(initCalls, 1);
+  EXPECT_THAT(records, ElementsAre("Verbindungstest|1|1||1||", "Kurzschlusstest|0|0||0||"));
+}
+
 TEST_F(Command, RunsAsOftenAsItIsTold) {
   const std::string good = ExpectationFile("good.ini", true);
   const std::string open = ExpectationFile("open.ini", false);
