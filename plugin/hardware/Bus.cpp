@@ -154,8 +154,10 @@ std::optional<std::int32_t> CardPastRange(const TShortTestData& data) noexcept {
     if (data.Get(i, i) != CellState::Suspended) return std::nullopt;
   }
   const std::int32_t cards = data.AnzahlKarten();
-  if (cards > MaxCards || data.bis != cards * ChannelsPerCard) return std::nullopt;
-  return cards;
+  const std::int64_t channel = std::int64_t{data.von} + data.Highconnections() + 1;
+  if (cards > MaxCards || channel < 1) return std::nullopt;
+  const auto card = static_cast<std::int32_t>((channel - 1) / ChannelsPerCard);
+  return card < cards ? std::nullopt : std::optional(card);
 }
 
 void ReleaseLine(std::int32_t card, std::int32_t line) noexcept {

@@ -74,9 +74,9 @@ void SwitchTerminationOn(const TShortTestData& data);
 /// Opens the terminating-resistor relay, if `data` names one. Never throws, like ReleaseAllLines.
 void SwitchTerminationOff(const TShortTestData& data) noexcept;
 
-/// The card (from 0) that a voltage pass over `data` uses and ReleaseAllLines does not reach. There is one
-/// when every channel is suspended, so that the pass switches the channel after `bis`, and `bis` is the last
-/// channel of its card. Whoever runs the pass asks before it and opens line 1 of that card after it.
+/// The card (from 0) that a voltage pass over `data` uses and ReleaseAllLines does not reach. There can be one
+/// when every channel is suspended or the range is empty: the pass then switches the channel after the last,
+/// or channel `von`. Whoever runs the pass asks before it and opens line 1 of that card after it.
 std::optional<std::int32_t> CardPastRange(const TShortTestData& data) noexcept;
 
 /// Opens every relay of one line of one card. Never throws: it serves clean-ups.

@@ -81,6 +81,14 @@ TEST_F(CheckDriver, AnEmptyRangeBeforeTheFirstCardHasNothingAfterIt) {
   EXPECT_TRUE(driver.AllRelaysOpen());
 }
 
+TEST_F(CheckDriver, AnEmptyRangeThatStartsOnACardOfItsOwnIsOpenedThere) {
+  data = TShortTestData(100, 5);
+  Check();
+  EXPECT_THAT(log.Text(), ::testing::HasSubstr(Connect(100, 1)));
+  EXPECT_TRUE(log.Text().ends_with(ReleaseAll(1) + "bus 133 0 64\nenable 11 12\nclose dialog\n"));
+  EXPECT_TRUE(driver.AllRelaysOpen());
+}
+
 TEST_F(CheckDriver, ASingleChannel) {
   Expect(240, "8");
   Check();
