@@ -146,12 +146,12 @@ std::string StepReport(const ScriptStep& step, const StepResult& result, bool co
   return report + VerdictLine(result.Status(), StepVerdict(result, count), colours);
 }
 
-std::string RunVerdict(const std::vector<StepResult>& results, std::size_t left, bool colours) {
+std::string RunVerdict(const std::vector<ExitStatus>& results, std::size_t left, bool colours) {
   ExitStatus status = left == 0 ? ExitStatus::NoFindings : ExitStatus::Cancelled;
   std::size_t bad = 0;
-  for (const StepResult& result : results) {
-    status = Graver(status, result.Status());
-    bad += result.Status() == ExitStatus::NoFindings ? 0U : 1U;
+  for (const ExitStatus result : results) {
+    status = Graver(status, result);
+    bad += result == ExitStatus::NoFindings ? 0U : 1U;
   }
   std::string rest = std::to_string(results.size() - bad) + " of " +
                      Counted(results.size() + left, "command", "commands") + " without findings";
@@ -168,7 +168,7 @@ void ReportPrinter::StepEnded(const ScriptStep& step, const StepResult& result) 
   first_ = false;
 }
 
-void ReportPrinter::RunEnded(const std::vector<StepResult>& results, std::size_t left) {
+void ReportPrinter::RunEnded(const std::vector<ExitStatus>& results, std::size_t left) {
   if (results.size() + left < 2) return;
   beforeOutput_();
   output_.Write((first_ ? "" : "\n") + RunVerdict(results, left, colours_));

@@ -12,7 +12,7 @@ namespace kxbench {
 std::string StepReport(const ScriptStep& step, const StepResult& result, bool colours);
 
 /// The last line for a script of several steps.
-std::string RunVerdict(const std::vector<StepResult>& results, std::size_t left, bool colours);
+std::string RunVerdict(const std::vector<ExitStatus>& results, std::size_t left, bool colours);
 
 /// Prints a readable report, step by step.
 class ReportPrinter : public RunObserver {
@@ -21,7 +21,7 @@ class ReportPrinter : public RunObserver {
   ReportPrinter(Output& output, bool colours, std::function<void()> beforeOutput);
 
   void StepEnded(const ScriptStep& step, const StepResult& result) override;
-  void RunEnded(const std::vector<StepResult>& results, std::size_t left) override;
+  void RunEnded(const std::vector<ExitStatus>& results, std::size_t left) override;
 
  private:
   Output& output_;

@@ -42,7 +42,7 @@ ExitStatus StepResult::Status() const {
 RunObserver::~RunObserver() = default;
 void RunObserver::RecordReceived(const Record&) {}
 void RunObserver::StepEnded(const ScriptStep&, const StepResult&) {}
-void RunObserver::RunEnded(const std::vector<StepResult>&, std::size_t) {}
+void RunObserver::RunEnded(const std::vector<ExitStatus>&, std::size_t) {}
 
 ScriptRun::ScriptRun(RunHost host, RunObserver& observer) : host_(std::move(host)), observer_(observer) {}
 
@@ -71,7 +71,9 @@ StepResult ScriptRun::RunStep(const ScriptStep& step) {
 }
 
 ExitStatus ScriptRun::Run(const Script& script) {
-  std::vector<StepResult> results;
+  // A step's records are not kept: a script may check a thousand devices a day.
+  std::vector<ExitStatus> results;
+  results.reserve(script.size());
   ExitStatus status = ExitStatus::NoFindings;
   for (const ScriptStep& step : script) {
     if (host_.cancelled()) {
@@ -79,14 +81,14 @@ ExitStatus ScriptRun::Run(const Script& script) {
       host_.tell(StepMessage(step, {StepEnd::Cancelled, {}, ""}));
       break;
     }
-    results.push_back(RunStep(step));
+    const StepResult result = RunStep(step);
     host_.rethrowKept();
-    status = Graver(status, results.back().Status());
-    observer_.StepEnded(step, results.back());
-    const std::string message = StepMessage(step, results.back());
+    results.push_back(result.Status());
+    status = Graver(status, results.back());
+    observer_.StepEnded(step, result);
+    const std::string message = StepMessage(step, result);
     if (!message.empty()) host_.tell(message);
-    const StepEnd end = results.back().end;
-    if (end == StepEnd::Failed || end == StepEnd::Cancelled) break;
+    if (result.end == StepEnd::Failed || result.end == StepEnd::Cancelled) break;
   }
   observer_.RunEnded(results, script.size() - results.size());
   return status;

@@ -37,8 +37,8 @@ class RunObserver {
 
   virtual void StepEnded(const ScriptStep& step, const StepResult& result);
 
-  /// `left` is the number of steps that were not started.
-  virtual void RunEnded(const std::vector<StepResult>& results, std::size_t left);
+  /// `results` has those of the steps that were started; `left` steps were not.
+  virtual void RunEnded(const std::vector<ExitStatus>& results, std::size_t left);
 };
 
 /// The host as the run sees it.

@@ -72,6 +72,7 @@ void RunPasses(const TShortTestData& data, TShortTestData& work) {
 }  // namespace
 
 void RunShortTest(const TShortTestData& data) {
+  const shorttest::TesterInUse use;
   CheckForm = std::make_unique<TShortTestCheckForm>();
   std::unique_ptr<TShortTestData> work;
   try {

@@ -99,8 +99,8 @@ std::int32_t CheckVoltagePass(const TShortTestData& data, TShortTestData& work) 
   const std::int32_t high = data.Highconnections();
   if (UpdateProgress(VoltagePassStart)) return 0;
 
-  // With every channel suspended this is the channel after `bis`. It is switched all the same: the traces of
-  // existing testers have it.
+  // With every channel suspended this is the channel after `bis`. It is switched all the same: the
+  // sequence of the relays is fixed.
   std::int32_t k = 0;
   while (k <= high && IsSuspended(data, k)) ++k;
   ConnectChannel(data.von + k, 1);

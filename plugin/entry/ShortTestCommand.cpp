@@ -5,6 +5,7 @@
 #include "plugin/data/ShorttestData.h"
 #include "plugin/editor/GUI_ShortTest.h"
 #include "plugin/entry/ShorttestPlugin.h"
+#include "plugin/hardware/Bus.h"
 
 namespace {
 
@@ -48,6 +49,7 @@ void TKXShortTestCommand::SetParams(TParamList& params) { TKXThreadRunEdit::SetP
 TKXRunEdit* TKXShortTestCommand::Create(TKXParser* parser) const { return new TKXShortTestCommand(parser); }
 
 void TKXShortTestCommand::Run(const TParamList& params) {
+  shorttest::RequireTesterFree();  // before the host's routine touches the hardware
   // The host's promise, by the prototype. A host that breaks it gets an error instead of a crash.
   const TKXValue* const dataFile = params.GetValue("Datafile");
   if (dataFile == nullptr) throw std::invalid_argument("ShortTest: Der Parameter Datafile hat keinen Wert.");

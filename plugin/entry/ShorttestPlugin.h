@@ -32,7 +32,8 @@ class TKXShortTestCommand : public TKXFuncRunEdit {
 
   /// Loads the expectation, has the host bring the hardware into a usable state, and checks. Findings go to
   /// the host as records. Throws what the file (std::system_error), the host and the hardware
-  /// (TShortTestHWException) raise; a file that cannot be read stops it before anything else has happened.
+  /// (TShortTestHWException) throw; a file that cannot be read stops it before anything else has happened,
+  /// and so does a check or a learning that this call came out of (std::logic_error).
   void Run(const TParamList& params) override;
 };
 

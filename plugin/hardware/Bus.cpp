@@ -46,6 +46,8 @@ struct ChannelPlace {
 
 bool ProbeRelay(std::int32_t relay) { return brenmor_msu_write_relay(relay, ProbeMode) != 0; }
 
+bool testerInUse = false;
+
 bool HasTermination(const TShortTestData& data) { return data.LastRelaisKarte > 0 && data.LastRelais > 0; }
 
 void SwitchTermination(const TShortTestData& data, std::int32_t state) {
@@ -126,6 +128,17 @@ void ReleaseAllLines(const TShortTestData& data) noexcept {
 
 namespace shorttest {
 
+void RequireTesterFree() {
+  if (testerInUse) throw std::logic_error("Es läuft bereits ein Kurzschlusstest oder ein Lernvorgang.");
+}
+
+TesterInUse::TesterInUse() {
+  RequireTesterFree();
+  testerInUse = true;
+}
+
+TesterInUse::~TesterInUse() { testerInUse = false; }
+
 void SwitchTerminationOn(const TShortTestData& data) {
   if (!HasTermination(data)) return;
   SwitchTermination(data, 1);
@@ -141,8 +154,10 @@ std::optional<std::int32_t> CardPastRange(const TShortTestData& data) noexcept {
     if (data.Get(i, i) != CellState::Suspended) return std::nullopt;
   }
   const std::int32_t cards = data.AnzahlKarten();
-  if (cards > MaxCards || data.bis != cards * ChannelsPerCard) return std::nullopt;
-  return cards;
+  const std::int64_t channel = std::int64_t{data.von} + data.Highconnections() + 1;
+  if (cards > MaxCards || channel < 1) return std::nullopt;
+  const auto card = static_cast<std::int32_t>((channel - 1) / ChannelsPerCard);
+  return card < cards ? std::nullopt : std::optional(card);
 }
 
 void ReleaseLine(std::int32_t card, std::int32_t line) noexcept {

@@ -54,15 +54,29 @@ void ReleaseAllLines(const TShortTestData& data) noexcept;
 
 namespace shorttest {
 
+/// Throws std::logic_error while a TesterInUse lives.
+void RequireTesterFree();
+
+/// One procedure's claim on the tester, for as long as it lives. A procedure lets the user interface work,
+/// and that may start another one: the two would switch each other's relays, so the later one is refused.
+class TesterInUse {
+ public:
+  /// Throws std::logic_error, before any call of the driver, when the tester is in use.
+  TesterInUse();
+  ~TesterInUse();
+  TesterInUse(const TesterInUse&) = delete;
+  TesterInUse& operator=(const TesterInUse&) = delete;
+};
+
 /// Closes the terminating-resistor relay, if `data` names one.
 void SwitchTerminationOn(const TShortTestData& data);
 
 /// Opens the terminating-resistor relay, if `data` names one. Never throws, like ReleaseAllLines.
 void SwitchTerminationOff(const TShortTestData& data) noexcept;
 
-/// The card (from 0) that a voltage pass over `data` uses and ReleaseAllLines does not reach. There is one
-/// when every channel is suspended, so that the pass switches the channel after `bis`, and `bis` is the last
-/// channel of its card. Whoever runs the pass asks before it and opens line 1 of that card after it.
+/// The card (from 0) that a voltage pass over `data` uses and ReleaseAllLines does not reach. There can be one
+/// when every channel is suspended or the range is empty: the pass then switches the channel after the last,
+/// or channel `von`. Whoever runs the pass asks before it and opens line 1 of that card after it.
 std::optional<std::int32_t> CardPastRange(const TShortTestData& data) noexcept;
 
 /// Opens every relay of one line of one card. Never throws: it serves clean-ups.

@@ -86,8 +86,8 @@ void LearnVoltagePass(TShortTestData& data, const shorttest::ProgressFunction& p
   const std::int32_t high = data.Highconnections();
   const double steps = 4.0 * high;
 
-  // With every channel suspended this is the channel after `bis`. It is switched all the same: the traces of
-  // existing testers have it.
+  // With every channel suspended this is the channel after `bis`. It is switched all the same: the
+  // sequence of the relays is fixed.
   std::int32_t first = 0;
   while (first <= high && IsSuspended(data, first)) ++first;
   ConnectChannel(data.von + first, 1);
@@ -156,6 +156,7 @@ LearnOutcome LearnPairPass(TShortTestData& data, const TConnFound& candidates,
 }
 
 LearnOutcome LearnConnections(TShortTestData& data, const shorttest::ProgressFunction& progress) {
+  const shorttest::TesterInUse use;
   struct Guard {
     const TShortTestData& data;
     std::optional<std::int32_t> cardPastRange;

@@ -27,7 +27,7 @@ bool HasChannelsFor(const TShortTestData& data);
 /// On every way out all lines are reset, the terminating resistor is switched off and `progress` is called
 /// with 1.0, its answer ignored. Stopped when `progress` asked for it once before, or the user cancelled at a
 /// reading near the threshold. Throws what the hardware throws (TShortTestHWException), with all findings so
-/// far kept.
+/// far kept; and std::logic_error, with nothing done, when it is called out of a running check or learning.
 shorttest::LearnOutcome LearnConnections(TShortTestData& data, const shorttest::ProgressFunction& progress);
 
 /// The steps of LearnConnections, in this order. They do not clean up after themselves.

@@ -102,15 +102,14 @@ TEST(Report, ColoursTheVerdictAlone) {
 }
 
 TEST(RunVerdict, SumsUpTheSteps) {
-  const StepResult good = Result({"Kurzschlusstest|0|0||0||"});
-  const StepResult bad = Result({"Kurzschlusstest|0|1||0||"});
-  const StepResult cancelled = Result({}, StepEnd::Cancelled);
+  constexpr ExitStatus good = ExitStatus::NoFindings;
+  constexpr ExitStatus bad = ExitStatus::Findings;
   EXPECT_EQ(RunVerdict({good, good}, 0, false), "PASS: 2 of 2 commands without findings\n");
   EXPECT_EQ(RunVerdict({good, bad}, 0, false), "FAIL: 1 of 2 commands without findings\n");
-  EXPECT_EQ(RunVerdict({bad, cancelled}, 1, false),
+  EXPECT_EQ(RunVerdict({bad, ExitStatus::Cancelled}, 1, false),
             "CANCELLED: 0 of 3 commands without findings, 1 not run\n");
   EXPECT_EQ(RunVerdict({good}, 1, false), "CANCELLED: 1 of 2 commands without findings, 1 not run\n");
-  EXPECT_EQ(RunVerdict({Result({}, StepEnd::Failed)}, 1, false),
+  EXPECT_EQ(RunVerdict({ExitStatus::Failed}, 1, false),
             "ERROR: 0 of 2 commands without findings, 1 not run\n");
 }
 
@@ -121,7 +120,7 @@ TEST(ReportPrinter, PrintsStepsAndTheVerdictOverSeveral) {
   const StepResult good = Result({"Kurzschlusstest|0|0||0||"});
   printer.StepEnded(Step("s:1"), good);
   printer.StepEnded(Step("s:2"), good);
-  printer.RunEnded({good, good}, 0);
+  printer.RunEnded({ExitStatus::NoFindings, ExitStatus::NoFindings}, 0);
   EXPECT_EQ(output.written,
             "s:1: ShortTest(\"a.dat\")\n\n  Kurzschlusstest  0    expected 0\n\nPASS: no findings\n"
             "\n"
@@ -134,7 +133,7 @@ TEST(ReportPrinter, PrintsStepsAndTheVerdictOverSeveral) {
 TEST(ReportPrinter, LeavesOutTheVerdictOverOne) {
   TextOutput output;
   ReportPrinter printer(output, false, [] {});
-  printer.RunEnded({Result({})}, 0);
+  printer.RunEnded({ExitStatus::NoFindings}, 0);
   EXPECT_EQ(output.written, "");
 }
 
@@ -146,7 +145,7 @@ TEST(RecordPrinter, PrintsRecordsAsTheyCome) {
   EXPECT_EQ(output.written, "Kurzschlusstest|0|0||0||\n");
   EXPECT_EQ(cleared, 1);
   printer.StepEnded(Step(), Result({"x"}));
-  printer.RunEnded({Result({}), Result({})}, 0);
+  printer.RunEnded({ExitStatus::NoFindings, ExitStatus::NoFindings}, 0);
   EXPECT_EQ(output.written, "Kurzschlusstest|0|0||0||\n");
 }
 

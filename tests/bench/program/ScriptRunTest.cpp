@@ -47,7 +47,7 @@ class Running : public testing::Test, protected RunObserver {
 
   void RecordReceived(const Record& record) override { received_.push_back(record.line); }
   void StepEnded(const ScriptStep&, const StepResult& result) override { ended_.push_back(result); }
-  void RunEnded(const std::vector<StepResult>& results, std::size_t left) override {
+  void RunEnded(const std::vector<ExitStatus>& results, std::size_t left) override {
     finished_ = results.size();
     left_ = left;
   }

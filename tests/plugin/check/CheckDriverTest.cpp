@@ -58,7 +58,7 @@ TEST_F(CheckDriver, AShortedDevice) {
 }
 
 // Its relay lies on a card that the range does not need; nothing may stay closed.
-TEST_F(CheckDriver, WithEveryChannelSuspendedTheOneBehindTheRangeIsOpenedOnItsOwnCard) {
+TEST_F(CheckDriver, WithEveryChannelSuspendedTheOneAfterTheRangeIsOpenedOnItsOwnCard) {
   Expect(47, "9 49");
   Check();
   const std::string text = log.Text();
@@ -67,17 +67,25 @@ TEST_F(CheckDriver, WithEveryChannelSuspendedTheOneBehindTheRangeIsOpenedOnItsOw
   EXPECT_TRUE(driver.AllRelaysOpen());
 }
 
-TEST_F(CheckDriver, WithEveryChannelSuspendedAndTheOneBehindOnTheSameCardTheCleanUpIsTheUsual) {
+TEST_F(CheckDriver, WithEveryChannelSuspendedAndTheNextOneOnTheSameCardTheCleanUpIsTheUsual) {
   Expect(46, "9 49");
   Check();
   EXPECT_TRUE(log.Text().ends_with(End(1))) << log.Text();
   EXPECT_TRUE(driver.AllRelaysOpen());
 }
 
-TEST_F(CheckDriver, AnEmptyRangeBeforeTheFirstCardHasNothingBehindIt) {
+TEST_F(CheckDriver, AnEmptyRangeBeforeTheFirstCardHasNothingAfterIt) {
   data = TShortTestData(1, 0);
   Check();
   EXPECT_TRUE(log.Text().ends_with(End(1))) << log.Text();
+  EXPECT_TRUE(driver.AllRelaysOpen());
+}
+
+TEST_F(CheckDriver, AnEmptyRangeThatStartsOnACardOfItsOwnIsOpenedThere) {
+  data = TShortTestData(100, 5);
+  Check();
+  EXPECT_THAT(log.Text(), ::testing::HasSubstr(Connect(100, 1)));
+  EXPECT_TRUE(log.Text().ends_with(ReleaseAll(1) + "bus 133 0 64\nenable 11 12\nclose dialog\n"));
   EXPECT_TRUE(driver.AllRelaysOpen());
 }
 
@@ -97,6 +105,26 @@ TEST_F(CheckDriver, AnEmptyRangeMeasuresNothingAndSendsTheSummary) {
   std::string calls = Begin() + Bar(0.0) + PrepareAfterReset(1) + Bar(0.25) + Connect(4, 1);
   calls += Bar(0.5) + PrepareWithoutReset(1) + Bar(1.0) + "send Kurzschlusstest|0|0||0||\n" + Bar(1.0);
   EXPECT_EQ(log.Text(), calls + End(1));
+}
+
+// --- one at a time ---
+
+TEST_F(CheckDriver, ACheckOutOfARunningOneIsRefusedAndDoesNotDisturbIt) {
+  Expect(1, "8 28 118");
+  driver.Wire(1, 2);
+  Check();
+  const std::string alone = log.Text();
+  const int messages = ui.MessageCalls();
+
+  log.Clear();
+  int refused = 0;
+  ui.WithinMessages([&] {
+    EXPECT_THROW(Check(), std::logic_error);
+    ++refused;
+  });
+  Check();
+  EXPECT_EQ(log.Text(), alone);
+  EXPECT_EQ(refused, messages);
 }
 
 // --- the terminating resistor ---
@@ -258,7 +286,7 @@ TEST_F(CheckDriver, ASuspendedChannelMayCarryAVoltage) {
 
 // --- windows ---
 
-TEST_F(CheckDriver, TheOtherWindowsAreDisabledDuringTheCheckAndEnabledBehindIt) {
+TEST_F(CheckDriver, TheOtherWindowsAreDisabledDuringTheCheckAndEnabledAfterIt) {
   Expect(1, "8 18");
   int looked = 0;
   ui.WithinMessages([&] {

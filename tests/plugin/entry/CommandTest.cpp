@@ -7,6 +7,7 @@
 #include "plugin/data/ShorttestData.h"
 #include "simulator/SimulatedTester.h"
 #include "tests/plugin/entry/LoadedPlugin.h"
+#include "tests/support/Allocations.h"
 #include "tests/support/FakeTestEnvironment.h"
 
 namespace shorttest::testkit {
@@ -96,6 +97,19 @@ TEST_F(Command, ReportsAFaultyDevice) {
               ElementsAre(StartsWith("Kurzschluss zwischen 1 und 2|10|"), "Kurzschlusstest|0|1||0||"));
 }
 
+TEST_F(Command, OutOfARunningOneIsRefusedBeforeTheHardwareIsInitialised) {
+  const std::string file = ExpectationFile("good.ini", true);
+  int refused = 0;
+  ui.WithinMessages([&] {
+    EXPECT_THROW(Run(Base(), file), std::logic_error);
+    ++refused;
+  });
+  Run(Base(), file);
+  EXPECT_GT(refused, 0);
+  EXPECT_EQ(initCalls, 1);
+  EXPECT_THAT(records, ElementsAre("Verbindungstest|1|1||1||", "Kurzschlusstest|0|0||0||"));
+}
+
 TEST_F(Command, RunsAsOftenAsItIsTold) {
   const std::string good = ExpectationFile("good.ini", true);
   const std::string open = ExpectationFile("open.ini", false);
@@ -164,6 +178,20 @@ TEST_F(Command, ADriverErrorPassesThroughWithItsText) {
   // The next run clears the driver's error and is right.
   Run(Base(), ExpectationFile("good.ini", true));
   EXPECT_THAT(records, ElementsAre("Verbindungstest|1|1||1||", "Kurzschlusstest|0|0||0||"));
+}
+
+TEST_F(Command, TheExpectationIsFreedWhenTheCheckThrows) {
+  const std::string file = ExpectationFile("good.ini", true);
+  const auto failedRun = [&] {
+    brenmor_sim_load_text("wire 1 2 0.5\n");
+    brenmor_sim_fail_call(30, "relay card 1 is gone");
+    EXPECT_THROW(Run(Base(), file), std::runtime_error);
+    log.Clear();
+  };
+  failedRun();  // leaves what is made once
+  const std::ptrdiff_t before = LiveAllocations();
+  failedRun();
+  EXPECT_EQ(LiveAllocations(), before);
 }
 
 TEST_F(Command, AnExpectationBeyondTheFittedCardsIsADriverError) {

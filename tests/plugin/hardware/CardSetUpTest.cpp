@@ -105,6 +105,15 @@ TEST_F(CardSetUp, EveryCardThatTheBusCanAddressIsUsed) {
   EXPECT_THROW(PrepareCards(TShortTestData(64 * 48 + 1, 64 * 48 + 1), true), std::out_of_range);
 }
 
+// No card has them: nothing is set up or reset, and what they put on the bus names no relay.
+TEST_F(CardSetUp, NegativeChannelsReachTheBusAsTheyAre) {
+  ConnectChannel(-60, 1);
+  ReleaseChannel(-60, 1);
+  PrepareCards(TShortTestData(-60, -50), true);
+  ReleaseAllLines(TShortTestData(-60, -50));
+  EXPECT_EQ(log.Text(), Bus(129, -61) + "error?\n" + Bus(129, -61) + "error?\nwait 1000 us\n");
+}
+
 TEST_F(CardSetUp, TheLowestChannelNumberDoesNotOverflow) {
   ConnectChannel(std::numeric_limits<std::int32_t>::min(), 0);
   EXPECT_EQ(log.Count("bus 128 0 "), 1);

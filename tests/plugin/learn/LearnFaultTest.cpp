@@ -150,5 +150,21 @@ TEST_F(LearnFault, AnExceptionOfTheMessageBoxPassesThroughAfterTheCleanUp) {
   ExpectCleanedUp();
 }
 
+// --- a range that the tester does not have ---
+
+TEST_F(LearnFault, ATesterHasTheChannelsOfItsCards) {
+  driver.Cards(2);
+  ASSERT_TRUE(InitHardware());
+  struct Range {
+    int von, bis;
+    bool there;
+  };
+  for (const Range& range : {Range{1, 96, true}, Range{96, 96, true}, Range{1, 1, true}, Range{1, 97, false},
+                             Range{97, 97, false}, Range{0, 5, false}, Range{5, 4, false}}) {
+    EXPECT_EQ(HasChannelsFor(TShortTestData(range.von, range.bis)), range.there)
+        << range.von << " to " << range.bis;
+  }
+}
+
 }  // namespace
 }  // namespace shorttest::testkit

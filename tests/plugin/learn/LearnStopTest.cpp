@@ -106,5 +106,17 @@ TEST_F(LearnStop, InTheIsolationPassTheCandidatesSoFarAreStillPaired) {
   EXPECT_EQ(MatrixText(data), "8 28 008");
 }
 
+TEST_F(LearnStop, LearningOutOfARunningOneIsRefusedAndDoesNotDisturbIt) {
+  Learn();
+  const std::string alone = log.Text();
+  SetUp();
+  log.Clear();
+  LearnConnections(data, [this](double position) {
+    EXPECT_THROW(Learn(), std::logic_error);
+    return Progressed(position);
+  });
+  EXPECT_EQ(log.Text(), alone);
+}
+
 }  // namespace
 }  // namespace shorttest::testkit
