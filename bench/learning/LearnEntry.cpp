@@ -7,6 +7,9 @@ void kxLearn(const kxbench::LearnRequest& request, kxbench::LearnSummary& summar
   summary = kxbench::LearnSummary();
   try {
     kxbench::LearnFile(request, summary);
+  } catch (const kxbench::DamagedExpectation& error) {
+    summary.end = kxbench::LearnEnd::Damaged;
+    summary.failure = error.what();
   } catch (const std::exception& error) {
     summary.failure = error.what();
   } catch (...) {

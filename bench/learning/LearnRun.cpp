@@ -1,15 +1,22 @@
 #include "bench/learning/LearnRun.h"
 
-#include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "bench/learning/DriverUse.h"
+#include "bench/learning/LearnDifference.h"
 #include "bench/learning/LearnProgress.h"
+#include "bench/learning/NearMisses.h"
+#include "bench/wiring/ChannelNets.h"
+#include "bench/wiring/ExpectationFacts.h"
+#include "plugin/data/ExpectationText.h"
 #include "plugin/hardware/Bus.h"
 #include "plugin/hardware/Timing.h"
 #include "plugin/learn/ShorttestLearn.h"
+#include "text/FileAccess.h"
 #include "text/Paths.h"
 
 namespace kxbench {
@@ -39,22 +46,6 @@ std::int64_t UndecidedPairs(const TShortTestData& data) {
   return undecided;
 }
 
-/// The net of channel index `start`, ascending channel numbers; marks its members in `seen`.
-std::vector<std::int32_t> NetOf(const TShortTestData& data, std::int32_t start, std::vector<bool>& seen) {
-  std::vector<std::int32_t> reached = {start};
-  seen[static_cast<std::size_t>(start)] = true;
-  for (std::size_t next = 0; next < reached.size(); ++next) {
-    for (std::int32_t j = 0; j <= data.Highconnections(); ++j) {
-      if (seen[static_cast<std::size_t>(j)] || data.Get(reached[next], j) != CellState::Connected) continue;
-      seen[static_cast<std::size_t>(j)] = true;
-      reached.push_back(j);
-    }
-  }
-  std::sort(reached.begin(), reached.end());
-  for (std::int32_t& channel : reached) channel += data.von;
-  return reached;
-}
-
 /// Learns behind a progress dialog. A cancel that comes after the last measurement counts, too: what the user
 /// has cancelled is not saved.
 shorttest::LearnOutcome LearnInto(TShortTestData& data) {
@@ -69,21 +60,38 @@ double SecondsSince(std::int64_t start) {
   return counts / static_cast<double>(shorttest::ActiveClock().Frequency());
 }
 
+bool Exists(const LearnRequest& request) {
+  return std::filesystem::exists(
+      std::filesystem::path(std::u8string(request.file.begin(), request.file.end())));
+}
+
+/// The old expectation; none where nothing of it is kept.
+std::optional<TShortTestData> OldData(const LearnRequest& request) {
+  if (request.makeNew || !Exists(request)) return std::nullopt;
+  const std::string damage = wiring::FactsOf(request.file).damage;
+  if (!damage.empty()) throw DamagedExpectation(damage);
+  return TShortTestData(request.file);
+}
+
+/// Nothing of the file that is not whole may stay: whatever stood in it could be read as the expectation.
+void SaveAnew(const TShortTestData& data, const std::string& file) {
+  shorttest::ReplaceWholeFile(shorttest::AbsolutePath(file), shorttest::WriteExpectationText(data, ""));
+}
+
 }  // namespace
 
 TShortTestData PrepareData(const LearnRequest& request) {
   const bool ranged = request.firstChannel && request.lastChannel;
-  const bool exists = std::filesystem::exists(shorttest::PathFromUtf8(request.file));
-  if (!exists && !ranged) {
+  const std::optional<TShortTestData> old = OldData(request);
+  if (!old && !ranged) {
     throw std::invalid_argument("the file does not exist; a new one needs --channels FIRST-LAST");
   }
 
-  TShortTestData data =
-      exists ? TShortTestData(request.file) : TShortTestData(*request.firstChannel, *request.lastChannel);
-  if (exists && ranged) data.SetVonBis(*request.firstChannel, *request.lastChannel);
+  TShortTestData data = old ? *old : TShortTestData(*request.firstChannel, *request.lastChannel);
+  if (old && ranged) data.SetVonBis(*request.firstChannel, *request.lastChannel);
   if (request.thresholdOhm) {
     data.Schwelle = *request.thresholdOhm;
-    if (!exists) data.Schwelle2 = *request.thresholdOhm;
+    if (!old) data.Schwelle2 = *request.thresholdOhm;
   }
   if (request.voltageControl) data.U_Control = *request.voltageControl;
   return data;
@@ -102,7 +110,14 @@ void LearnFile(const LearnRequest& request, LearnSummary& summary) {
   const std::int64_t undecided = UndecidedPairs(data);
   if (undecided > 0)
     throw std::runtime_error(std::to_string(undecided) + " pairs of channels stayed undecided");
-  data.SaveExpectationFile(request.file);
+  if (request.makeNew) {
+    SaveAnew(data, request.file);
+  } else {
+    if (request.beforeReplacing && Exists(request)) {
+      request.beforeReplacing(DifferenceOf(TShortTestData(request.file), data));
+    }
+    data.SaveExpectationFile(request.file);
+  }
 
   DescribeLearned(data, summary);
   const DriverUse after = DriverUseSoFar();
@@ -113,21 +128,15 @@ void LearnFile(const LearnRequest& request, LearnSummary& summary) {
 }
 
 void DescribeLearned(const TShortTestData& data, LearnSummary& summary) {
+  wiring::ChannelNets learned = wiring::NetsOf(data);
   summary.firstChannel = data.von;
   summary.lastChannel = data.bis;
-  std::vector<bool> seen(static_cast<std::size_t>(data.Highconnections()) + 1, false);
-  for (std::int32_t i = 0; i <= data.Highconnections(); ++i) {
-    if (!IsInUse(data, i)) {
-      summary.suspended.push_back({data.von + i, data.GetVoltage(i)});
-    } else if (!seen[static_cast<std::size_t>(i)]) {
-      const std::vector<std::int32_t> net = NetOf(data, i, seen);
-      if (net.size() > 1) {
-        summary.nets.push_back(net);
-      } else {
-        summary.unconnected.push_back(net.front());
-      }
-    }
+  for (const std::int32_t channel : learned.suspended) {
+    summary.suspended.push_back({channel, data.GetVoltage(channel - data.von)});
   }
+  summary.nearMisses = NearMissesOf(data, learned.unconnected);
+  summary.nets = std::move(learned.nets);
+  summary.unconnected = std::move(learned.unconnected);
 }
 
 }  // namespace kxbench
