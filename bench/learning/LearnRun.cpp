@@ -61,8 +61,7 @@ double SecondsSince(std::int64_t start) {
 }
 
 bool Exists(const LearnRequest& request) {
-  return std::filesystem::exists(
-      std::filesystem::path(std::u8string(request.file.begin(), request.file.end())));
+  return std::filesystem::exists(shorttest::PathFromUtf8(request.file));
 }
 
 /// The old expectation; none where nothing of it is kept.

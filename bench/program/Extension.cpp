@@ -6,6 +6,10 @@
 
 namespace kxbench {
 
+std::filesystem::path PluginFile(const std::optional<std::string>& option) {
+  return option ? PathFromUtf8(*option) : ProgramFolder() / LibraryFileName("ShortTest", LibraryPrefix::None);
+}
+
 Extension::Extension(const std::filesystem::path& file, const TKXHashTable& hostValues)
     : library_("the plug-in", file) {
   const std::string name = Utf8FromPath(File());

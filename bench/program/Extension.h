@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,9 @@
 #include "framework/kxextension.h"
 
 namespace kxbench {
+
+/// The plug-in's library: the one of --plugin, else ShortTest beside the program.
+std::filesystem::path PluginFile(const std::optional<std::string>& option);
 
 /// A loaded extension with one command object of each of its classes. Destroys what came from the library
 /// before it unloads it.

@@ -40,10 +40,14 @@ class HostVarAccess final : public IVarAccess {
   const TKXValue* GetVariable(const std::string& name) override { return environment_.FindVariable(name); }
 
   /// This host offers no help with typing variables' names: the control stays as it is.
-  void AttachEdit(TKXEdit&) override {}
+  void AttachEdit(TKXEdit& edit) override { edit_ = &edit; }
+
+  /// The last file-name control that an extension handed over; null when there was none.
+  TKXEdit* AttachedEdit() const { return edit_; }
 
  private:
   const TKXEnvironment& environment_;
+  TKXEdit* edit_ = nullptr;
   int references_ = 1;
 };
 

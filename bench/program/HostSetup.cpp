@@ -1,19 +1,25 @@
 #include "bench/program/HostSetup.h"
 
 #include <filesystem>
+#include <functional>
 #include <system_error>
+#include <utility>
 
 #include "bench/program/Failure.h"
-#include "bench/program/Project.h"
 #include "bench/program/System.h"
+#include "framework/kxcomponents.h"
 #include "framework/kxextension.h"
 
 namespace kxbench {
 
 namespace {
 
-// "BreInit": this host has no hardware of its own, and a check resets what it needs.
-void InitialiseHardware() {}
+/// The host's routine is a plain function, so what it is to do must be found without an object.
+std::function<void()> onInitialisation;
+
+void InitialiseHardware() {
+  if (const std::function<void()> once = std::exchange(onInitialisation, nullptr)) once();
+}
 
 void HandOverDevice(const std::string& name) {
   const std::filesystem::path file = std::filesystem::absolute(PathFromUtf8(name));
@@ -25,8 +31,9 @@ void HandOverDevice(const std::string& name) {
 
 }  // namespace
 
-HostSetup::HostSetup(const Options& options) : varAccess_(parser_.GetEnvironment()) {
-  SetProjectVariables(options, parser_.GetEnvironment());
+HostSetup::HostSetup(const CommonOptions& options, const std::string& file)
+    : project_(ProjectOf(options.project, file)), varAccess_(parser_.GetEnvironment()) {
+  SetProjectVariables(project_, parser_.GetEnvironment());
   if (options.device) HandOverDevice(*options.device);
   // The driver beside the program, wherever the plug-in lies; the simulated one when there is no other.
   AddLibraryFolders(ProgramFolder(), ProgramFolder() / "simulator");
@@ -35,8 +42,15 @@ HostSetup::HostSetup(const Options& options) : varAccess_(parser_.GetEnvironment
 }
 
 HostSetup::~HostSetup() {
+  onInitialisation = nullptr;
   SetTestEnvironment(nullptr);
   SetVarAccess(nullptr);
+}
+
+void HostSetup::OfferFileName(std::string expression) {
+  onInitialisation = [this, text = std::move(expression)] {
+    if (varAccess_.AttachedEdit() != nullptr) varAccess_.AttachedEdit()->SetText(text);
+  };
 }
 
 TKXHashTable HostSetup::HostValues(std::uintptr_t messageWindow) {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
+#include "bench/program/CommonOptions.h"
 #include "bench/program/HostInterfaces.h"
-#include "bench/program/Options.h"
+#include "bench/program/Project.h"
 #include "framework/ScriptEnvironment.h"
 #include "framework/kxcommon.h"
 
@@ -13,20 +15,27 @@ namespace kxbench {
 /// Outlives every extension.
 class HostSetup {
  public:
-  /// Sets the project's variables and hands the device to the simulated tester, which reads it when its
-  /// library is loaded. Throws Failure when either cannot be.
-  explicit HostSetup(const Options& options);
+  /// Sets the project's variables for a command that works on `file` (UTF-8; may be empty) and hands the
+  /// device to the simulated tester, which reads it when its library is loaded. Throws Failure when either
+  /// cannot be.
+  HostSetup(const CommonOptions& options, const std::string& file);
   ~HostSetup();
   HostSetup(const HostSetup&) = delete;
   HostSetup& operator=(const HostSetup&) = delete;
 
   kx::ScriptParser& Parser() { return parser_; }
   const HostTestEnvironment& TestState() const { return testEnvironment_; }
+  const Project& CurrentProject() const { return project_; }
+
+  /// Has the file-name control that the extension hands over show `expression` once a dialog that is opened
+  /// without a file has its data: it asks for the hardware then. Once.
+  void OfferFileName(std::string expression);
 
   /// The table that an extension's entry gets; `messageWindow` receives its records.
   TKXHashTable HostValues(std::uintptr_t messageWindow);
 
  private:
+  Project project_;
   kx::ScriptParser parser_;
   HostTestEnvironment testEnvironment_;
   HostVarAccess varAccess_;

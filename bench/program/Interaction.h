@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "bench/program/CommonOptions.h"
 #include "bench/program/DynamicLibrary.h"
-#include "bench/program/Options.h"
 #include "contracts/UserInterfaceModule.h"
 #include "ui/terminal/SupervisedUserInterface.h"
 #include "ui/terminal/TerminalUserInterface.h"

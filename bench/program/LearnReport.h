@@ -1,20 +1,19 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "bench/learning/LearnModule.h"
-#include "bench/program/ExitStatus.h"
-#include "bench/program/Options.h"
+#include "bench/wiring/ChannelNames.h"
 
 namespace kxbench {
 
-/// `kxbench learn`: loads the learn module and learns. Throws Failure.
-ExitStatus LearnDevice(const Options& options);
+/// What is printed after learning. Channels that have a name carry it.
+std::string LearnReport(const std::string& file, const LearnSummary& summary,
+                        const wiring::ChannelNames& names = wiring::ChannelNames());
 
-/// What is printed after learning.
-std::string LearnReport(const std::string& file, const LearnSummary& summary);
-
-/// "1, 3-7, 12": ascending channel numbers, runs of three or more shortened.
-std::string ChannelListText(const std::vector<std::int32_t>& channels);
+/// What is told before an expectation is replaced: how many pairs differ, and which, a line each.
+std::vector<std::string> DifferenceLines(const std::string& file, const LearnDifference& difference,
+                                         const wiring::ChannelNames& names = wiring::ChannelNames());
 
 }  // namespace kxbench

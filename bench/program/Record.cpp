@@ -35,12 +35,12 @@ bool ReadLimit(const std::string& text, std::optional<double>& limit) {
   return limit.has_value() || text.empty();
 }
 
+}  // namespace
+
 bool TellsOfADefect(const std::string& text) {
   return std::any_of(DefectTexts.begin(), DefectTexts.end(),
                      [&](std::string_view start) { return text.starts_with(start); });
 }
-
-}  // namespace
 
 std::optional<double> NumberOf(const std::string& text) {
   // "inf" and "nan" are numbers to from_chars, but none that a limit could be compared with.

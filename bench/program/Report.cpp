@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "bench/program/Table.h"
+#include "text/NumberText.h"
 
 namespace kxbench {
 
@@ -49,14 +50,15 @@ std::string ValueText(const Record& record) {
 
 std::string Repeated(std::size_t count) { return count == 1 ? "" : "(" + std::to_string(count) + " times)"; }
 
-std::string FindingsTable(const std::vector<CountedRecord>& findings) {
+std::string FindingsTable(const std::vector<CountedRecord>& findings, const wiring::ChannelNames& names) {
   using Align = Table::Align;
   Table table({Align::Left, Align::Right, Align::Right, Align::Right, Align::Left, Align::Left}, TextWidth);
   table.AddRow({"Finding", "Value", "Lower", "Upper", "Unit", ""});
   for (const auto& [record, count] : findings) {
     if (record->readable) {
-      table.AddRow({record->text, ValueText(*record), LimitText(record->lowerText, record->lower),
-                    LimitText(record->upperText, record->upper), record->unit, Repeated(count)});
+      table.AddRow({WithChannelNames(record->text, names), ValueText(*record),
+                    LimitText(record->lowerText, record->lower), LimitText(record->upperText, record->upper),
+                    record->unit, Repeated(count)});
     } else {
       table.AddRow({"record that cannot be read: " + record->line, "", "", "", "", Repeated(count)});
     }
@@ -124,7 +126,23 @@ std::string StepVerdict(const StepResult& result, std::size_t findings) {
 
 }  // namespace
 
-std::string StepReport(const ScriptStep& step, const StepResult& result, bool colours) {
+std::string WithChannelNames(const std::string& text, const wiring::ChannelNames& names) {
+  if (!TellsOfADefect(text)) return text;
+  std::string named;
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t digits = text.find_first_of("0123456789", i);
+    named += text.substr(i, digits - i);
+    if (digits == std::string::npos) break;
+    const std::size_t end = std::min(text.find_first_not_of("0123456789", digits), text.size());
+    const auto channel = shorttest::TextToInteger(text.substr(digits, end - digits));
+    named += channel ? names.Labelled(*channel) : text.substr(digits, end - digits);
+    i = end;
+  }
+  return named;
+}
+
+std::string StepReport(const ScriptStep& step, const StepResult& result, bool colours,
+                       const wiring::ChannelNames& names) {
   std::vector<CountedRecord> findings;
   std::vector<CountedRecord> values;
   std::size_t countsOutside = 0;
@@ -139,7 +157,7 @@ std::string StepReport(const ScriptStep& step, const StepResult& result, bool co
   }
 
   std::string report = (step.where.empty() ? "" : step.where + ": ") + step.call + "\n\n";
-  if (!findings.empty()) report += FindingsTable(findings) + "\n";
+  if (!findings.empty()) report += FindingsTable(findings, names) + "\n";
   if (!values.empty()) report += ValuesTable(values) + "\n";
   // A wrong count is the sum of the findings above; it is one of its own only where they were not reported.
   const std::size_t count = findings.empty() ? countsOutside : findings.size();
@@ -159,12 +177,13 @@ std::string RunVerdict(const std::vector<ExitStatus>& results, std::size_t left,
   return VerdictLine(status, rest, colours);
 }
 
-ReportPrinter::ReportPrinter(Output& output, bool colours, std::function<void()> beforeOutput)
-    : output_(output), colours_(colours), beforeOutput_(std::move(beforeOutput)) {}
+ReportPrinter::ReportPrinter(Output& output, bool colours, wiring::ChannelNames names,
+                             std::function<void()> beforeOutput)
+    : output_(output), colours_(colours), names_(std::move(names)), beforeOutput_(std::move(beforeOutput)) {}
 
 void ReportPrinter::StepEnded(const ScriptStep& step, const StepResult& result) {
   beforeOutput_();
-  output_.Write((first_ ? "" : "\n") + StepReport(step, result, colours_));
+  output_.Write((first_ ? "" : "\n") + StepReport(step, result, colours_, names_));
   first_ = false;
 }
 

@@ -5,11 +5,17 @@
 
 #include "bench/program/Output.h"
 #include "bench/program/ScriptRun.h"
+#include "bench/wiring/ChannelNames.h"
 
 namespace kxbench {
 
-/// A step's findings as a table, its other values, and its verdict.
-std::string StepReport(const ScriptStep& step, const StepResult& result, bool colours);
+/// A step's findings as a table, its other values, and its verdict. Channels that have a name carry it.
+std::string StepReport(const ScriptStep& step, const StepResult& result, bool colours,
+                       const wiring::ChannelNames& names = wiring::ChannelNames());
+
+/// The text of a finding with the names of its channels beside their numbers: "fehlende Verbindung zwischen 1
+/// (A1-L) und 14 (B1-L)". The text of anything else comes back as it is.
+std::string WithChannelNames(const std::string& text, const wiring::ChannelNames& names);
 
 /// The last line for a script of several steps.
 std::string RunVerdict(const std::vector<ExitStatus>& results, std::size_t left, bool colours);
@@ -18,7 +24,7 @@ std::string RunVerdict(const std::vector<ExitStatus>& results, std::size_t left,
 class ReportPrinter : public RunObserver {
  public:
   /// `beforeOutput` is called before anything is written, to clear the terminal of a progress bar.
-  ReportPrinter(Output& output, bool colours, std::function<void()> beforeOutput);
+  ReportPrinter(Output& output, bool colours, wiring::ChannelNames names, std::function<void()> beforeOutput);
 
   void StepEnded(const ScriptStep& step, const StepResult& result) override;
   void RunEnded(const std::vector<ExitStatus>& results, std::size_t left) override;
@@ -26,6 +32,7 @@ class ReportPrinter : public RunObserver {
  private:
   Output& output_;
   bool colours_;
+  wiring::ChannelNames names_;
   std::function<void()> beforeOutput_;
   bool first_ = true;
 };

@@ -55,10 +55,11 @@ StepResult ScriptRun::RunStep(const ScriptStep& step) {
   records_.clear();
   StepResult result;
   try {
+    host_.admit(step);
     CallExtension([&] { step.command->RunThreaded(*step.params); });
   } catch (const std::exception& error) {
     result.end = StepEnd::Failed;
-    result.failure = error.what();
+    result.failure = host_.explain(error.what());
   }
   result.records = std::move(records_);
   if (result.end == StepEnd::Failed) return result;

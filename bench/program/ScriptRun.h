@@ -46,6 +46,10 @@ struct RunHost {
   std::function<bool()> cancelled;               ///< the command told of a cancel, or the user interrupted
   std::function<void()> rethrowKept;             ///< throws what failed while a record was received
   std::function<void(const std::string&)> tell;  ///< shows the user one line
+  std::function<void(const ScriptStep&)>
+      admit;  ///< called before a step; what it throws is the step's failure
+  std::function<std::string(const std::string&)>
+      explain;  ///< a failure's text, with what the user can do about it
 };
 
 /// Runs a script's steps in order. A failure and a cancel end the run after the step.

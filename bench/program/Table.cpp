@@ -1,6 +1,8 @@
 #include "bench/program/Table.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <utility>
 
 namespace kxbench {
@@ -18,6 +20,12 @@ std::string Padded(const std::string& text, std::size_t width, Table::Align alig
 void AppendLine(std::string& text, std::string line) {
   line.erase(line.find_last_not_of(' ') + 1);
   text += line + "\n";
+}
+
+std::string NumberText(double value, std::chars_format format, int precision) {
+  std::array<char, 400> text{};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), value, format, precision).ptr;
+  return std::string(text.data(), end);
 }
 
 }  // namespace
@@ -43,6 +51,26 @@ std::vector<std::string> Wrapped(const std::string& text, std::size_t width) {
     begin = end;
   }
   return lines;
+}
+
+std::string Entry(const std::string& label, const std::string& text) {
+  constexpr std::size_t labelWidth = 24;
+  constexpr std::size_t lineWidth = 100;
+  std::string entry;
+  std::string start = std::string(Indent, ' ') + label + std::string(labelWidth - CharactersIn(label), ' ');
+  for (const std::string& line : Wrapped(text, lineWidth - labelWidth - Indent)) {
+    entry += start + line + "\n";
+    start.assign(Indent + labelWidth, ' ');
+  }
+  return entry;
+}
+
+std::string ShortNumber(double value) { return NumberText(value, std::chars_format::general, 3); }
+
+std::string PlainNumber(double value) { return NumberText(value, std::chars_format::general, 15); }
+
+std::string FixedNumber(double value, int decimals) {
+  return NumberText(value, std::chars_format::fixed, decimals);
 }
 
 Table::Table(std::vector<Align> columns, std::size_t firstWidth)

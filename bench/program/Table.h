@@ -15,6 +15,16 @@ std::size_t CharactersIn(const std::string& text);
 /// Breaks `text` at blanks into lines of at most `width` characters; a longer word keeps its line.
 std::vector<std::string> Wrapped(const std::string& text, std::size_t width);
 
+/// "  Label   text" and a line break, the text wrapped and indented after the label, which has at most 22
+/// characters.
+std::string Entry(const std::string& label, const std::string& text);
+
+/// A number with a decimal point: up to three significant digits, all of them, or so many digits after the
+/// point.
+std::string ShortNumber(double value);
+std::string PlainNumber(double value);
+std::string FixedNumber(double value, int decimals);
+
 /// A table of texts in aligned columns, for a fixed-width font.
 class Table {
  public:

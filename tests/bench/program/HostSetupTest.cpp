@@ -11,14 +11,8 @@
 namespace kxbench {
 namespace {
 
-Options InfoOptions() {
-  Options options;
-  options.command = BenchCommand::Info;
-  return options;
-}
-
 TEST(HostSetup, GivesTheThreeHostValues) {
-  HostSetup host(InfoOptions());
+  HostSetup host(CommonOptions{}, "");
   const TKXHashTable values = host.HostValues(0x10001);
   EXPECT_EQ(values.Get("AppParser"),
             reinterpret_cast<std::uintptr_t>(static_cast<TKXParser*>(&host.Parser())));
@@ -28,7 +22,7 @@ TEST(HostSetup, GivesTheThreeHostValues) {
 
 TEST(HostSetup, OffersTheGlobalInterfacesWhileItLives) {
   {
-    HostSetup host(InfoOptions());
+    HostSetup host(CommonOptions{}, "");
     ASSERT_NE(TestEnvironment(), nullptr);
     EXPECT_FALSE(host.TestState().Cancelled());
     TestEnvironment()->CancelTest();
@@ -42,7 +36,7 @@ TEST(HostSetup, OffersTheGlobalInterfacesWhileItLives) {
 }
 
 TEST(HostSetup, InterfacesAnswerForTheirOwnNameAndCountReferences) {
-  HostSetup host(InfoOptions());
+  HostSetup host(CommonOptions{}, "");
   void* found = nullptr;
   EXPECT_EQ(TestEnvironment()->QueryInterface("ITestEnvironment", &found), 0);
   EXPECT_EQ(found, static_cast<void*>(TestEnvironment()));
@@ -54,19 +48,19 @@ TEST(HostSetup, InterfacesAnswerForTheirOwnNameAndCountReferences) {
 
 TEST(HostSetup, HandsTheDeviceOverByItsWholeName) {
   const TemporaryFolder folder;
-  Options options = InfoOptions();
+  CommonOptions options;
   options.device = folder.Write("good.device", "");
-  const HostSetup host(options);
+  const HostSetup host(options, "");
   EXPECT_EQ(std::string(std::getenv("BRENMOR_DEVICE")), *options.device);
 }
 
 TEST(HostSetup, RefusesADeviceThatIsNoFile) {
   const TemporaryFolder folder;
-  Options options = InfoOptions();
+  CommonOptions options;
   options.device = Utf8FromPath(folder.Path() / "missing.device");
-  EXPECT_THROW(HostSetup{options}, Failure);
+  EXPECT_THROW(HostSetup(options, ""), Failure);
   options.device = Utf8FromPath(folder.Path());
-  EXPECT_THROW(HostSetup{options}, Failure);
+  EXPECT_THROW(HostSetup(options, ""), Failure);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "bench/program/Learn.h"
+#include "bench/program/ChannelText.h"
+#include "bench/program/LearnReport.h"
+#include "tests/bench/program/TemporaryFolder.h"
 
 namespace kxbench {
 namespace {
@@ -34,6 +36,45 @@ TEST(LearnReport, TellsWhatWasLearned) {
             "  Readings                1234\n"
             "  Relay operations        321\n"
             "  Time                    2.3 s\n");
+}
+
+TEST(LearnReport, TellsOfChannelsThatWereNearlyConnected) {
+  LearnSummary summary;
+  summary.firstChannel = 1;
+  summary.lastChannel = 2;
+  summary.unconnected = {1, 2};
+  summary.nearMisses = {{1, 10.52}};
+  EXPECT_NE(
+      LearnReport("x.dat", summary).find("  Nearly connected        1 (10.5 Ohm): to the others just above"),
+      std::string::npos);
+}
+
+TEST(ChannelListText, NamedChannelsStandAlone) {
+  const TemporaryFolder folder;
+  const wiring::ChannelNames names(folder.Write("x.ini", "[Scanner]\nRelais5=B1\n"));
+  EXPECT_EQ(ChannelListText({1, 2, 3, 4, 5, 6, 7, 8}, names), "1-4, 5 (B1), 6-8");
+}
+
+TEST(DifferenceLines, TellHowManyPairsDifferAndWhich) {
+  LearnDifference difference{
+      1, 20, 1, 20, 190, 24, {{1, 14, "connected", "open"}, {2, 3, "unknown", "connected"}}};
+  EXPECT_EQ(DifferenceLines("x.dat", difference),
+            (std::vector<std::string>{
+                "x.dat: 24 of 190 pairs of the channels 1 to 20 differ from the expectation that is replaced",
+                "  1 - 14: open, was connected", "  2 - 3: connected, was unknown", "  and 22 more"}));
+}
+
+TEST(DifferenceLines, TellOfChannelsThatAreGivenUp) {
+  EXPECT_EQ(DifferenceLines("x.dat", {1, 20, 3, 20, 153, 1, {}}).front(),
+            "x.dat: 1 of 153 pairs of the channels 3 to 20 differs from the expectation that is replaced, "
+            "which held "
+            "the channels 1 to 20");
+}
+
+TEST(DifferenceLines, OfNoDifference) {
+  EXPECT_EQ(DifferenceLines("x.dat", {1, 2, 1, 2, 1, 0, {}}),
+            (std::vector<std::string>{
+                "x.dat: 0 of 1 pair of the channels 1 to 2 differ from the expectation that is replaced"}));
 }
 
 TEST(LearnReport, OfNothingConnected) {

@@ -52,7 +52,7 @@ TEST_F(KxbenchCancel, SignalCancelsWithWindowsToo) {
 TEST_F(KxbenchCancel, CancelEndsTheScriptAfterTheCommand) {
   Does("good.dat", EmptyReport);
   Does("cancel.dat", "cancel\n");
-  Does("night.kx", "ShortTest(\"good.dat\")\nShortTest(\"cancel.dat\")\nShortTest(\"good.dat\")\n");
+  folder_.Write("night.kx", "ShortTest(\"good.dat\")\nShortTest(\"cancel.dat\")\nShortTest(\"good.dat\")\n");
   const ProcessResult result = Run({"--format", "records", "run", "night.kx"});
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.output, "Kurzschlusstest|0|0||0||\n");
@@ -62,7 +62,7 @@ TEST_F(KxbenchCancel, CancelEndsTheScriptAfterTheCommand) {
 TEST_F(KxbenchCancel, CancelGoesBeforeEarlierFindings) {
   Does("bad.dat", "record Kurzschlusstest|0|1||0||\n");
   Does("cancel.dat", "cancel\n");
-  Does("night.kx", "ShortTest(\"bad.dat\")\nShortTest(\"cancel.dat\")\n");
+  folder_.Write("night.kx", "ShortTest(\"bad.dat\")\nShortTest(\"cancel.dat\")\n");
   EXPECT_EQ(Run({"run", "night.kx"}).status, 3);
 }
 

@@ -55,7 +55,8 @@ TEST_F(KxbenchProcess, CheckTakesAnyFileName) {
 TEST_F(KxbenchProcess, ScriptRunsLineByLine) {
   Does("good.dat", GoodDevice);
   Does("bad.dat", BadDevice);
-  Does("night.kx", "// all\n\nShortTest(\"bad.dat\")\nshorttest(PROJEKTPFAD + \"good.dat\") // again\n");
+  folder_.Write("night.kx",
+                "// all\n\nShortTest(\"bad.dat\")\nshorttest(PROJEKTPFAD + \"good.dat\") // again\n");
   const ProcessResult result = Run({"run", "night.kx"});
   EXPECT_EQ(result.status, 1);
   EXPECT_THAT(result.output, StartsWith("night.kx:3: ShortTest(\"bad.dat\")\n"));
@@ -64,14 +65,14 @@ TEST_F(KxbenchProcess, ScriptRunsLineByLine) {
 }
 
 TEST_F(KxbenchProcess, ScriptPassesEvaluatedParameters) {
-  Does("echo.kx", "Echo(PROJECTNAME + \"-\" + (1 + 1), 20 + 3)\n");
+  folder_.Write("echo.kx", "Echo(PROJECTNAME + \"-\" + (1 + 1), 20 + 3)\n");
   const ProcessResult result = Run({"--format", "records", "run", "echo.kx"});
   EXPECT_EQ(result.output, "echo-2||23||||\n");
 }
 
 TEST_F(KxbenchProcess, ScriptIsCheckedWholeBeforeItsFirstLineRuns) {
   Does("good.dat", GoodDevice);
-  Does("night.kx", "ShortTest(\"good.dat\")\nShortTest(\"good.dat\" + KABEL)\n");
+  folder_.Write("night.kx", "ShortTest(\"good.dat\")\nShortTest(\"good.dat\" + KABEL)\n");
   const ProcessResult result = Run({"run", "night.kx"});
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.output, "");

@@ -13,6 +13,12 @@
 /// What a check of a device without findings or connections reports, in the words of the fake extension.
 inline constexpr const char* EmptyReport = "record Kurzschlusstest|0|0||0||\n";
 
+/// A whole expectation file. What stands after its data block is not read as part of it.
+inline constexpr const char* TwoConnectedChannels =
+    "[BEREICH]\nSTART=1\nENDE=2\nWIDERSTAND=10\nWIDERSTAND2=10\n"
+    "[OPTION]\nU_KONTROLLE=2\nLASTRELAISKARTE=0\nLASTRELAIS=0\nTIMEOUT=5000\nMAX ERROR=10\n"
+    "[DATEN]\n88\n28\n";
+
 /// Runs kxbench in a folder of its own, with the fake extension beside the program.
 class KxbenchProcess : public testing::Test {
  protected:
@@ -49,8 +55,11 @@ class KxbenchProcess : public testing::Test {
 
   ProcessResult Run(const std::vector<std::string>& arguments) { return Kxbench(arguments).Run(); }
 
-  /// Writes what the fake command does when it is given the file `name`.
-  void Does(const std::string& name, const std::string& lines) { folder_.Write(name, lines); }
+  /// Writes the expectation file `name`, of two connected channels, and into it what the fake command does
+  /// when it is given the file.
+  void Does(const std::string& name, const std::string& lines) {
+    folder_.Write(name, std::string(TwoConnectedChannels) + "[FAKE]\n" + lines);
+  }
 
   TemporaryFolder folder_;
   std::map<std::string, std::string> environment_;

@@ -49,6 +49,76 @@ TEST_F(KxbenchLearn, Cancelled) {
   EXPECT_EQ(Run({"learn", "new.dat"}).status, 3);
 }
 
+TEST_F(KxbenchLearn, TellsOfChangesBeforeTheSummary) {
+  environment_["FAKE_LEARN"] = "changed";
+  folder_.Write("new.ini", "[Scanner]\nRelais2=B1\n");
+  const ProcessResult result = Run({"learn", "new.dat", "--near-threshold", "ignore"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.errors, testing::StartsWith("kxbench: new.dat: 1 of 1 pair of the channels 1 to 2 "
+                                                 "differs from the expectation that is replaced\n"
+                                                 "kxbench:   1 - 2 (B1): open, was connected\n"));
+}
+
+TEST_F(KxbenchLearn, DamagedFileNeedsChannels) {
+  environment_["FAKE_LEARN"] = "damaged";
+  const ProcessResult result = Run({"learn", "old.dat", "--overwrite"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.errors,
+            "kxbench: old.dat is damaged (there is no START); a new one in its place needs --channels "
+            "FIRST-LAST\n");
+}
+
+TEST_F(KxbenchLearn, DamagedFileIsNotReplacedWithoutAWord) {
+  environment_["FAKE_LEARN"] = "damaged";
+  const ProcessResult result = Run({"learn", "old.dat", "--channels", "1-2"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.errors,
+            "kxbench: old.dat is damaged (there is no START); a new one in its place needs --overwrite\n");
+}
+
+TEST_F(KxbenchLearn, DamagedFileIsReplacedWithOverwrite) {
+  environment_["FAKE_LEARN"] = "damaged";
+  EXPECT_EQ(Run({"learn", "old.dat", "--channels", "1-2", "--overwrite"}).status, 0);
+}
+
+TEST_F(KxbenchLearn, DamagedFileIsReplacedAfterAQuestion) {
+  environment_["FAKE_LEARN"] = "damaged";
+  environment_["FAKE_UI"] = "1";
+  const ProcessResult result = Run({"learn", "old.dat", "--channels", "1-2", "--progress", "window"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.errors, HasSubstr("Replace it by a new expectation, of which nothing old is kept?"));
+}
+
+TEST_F(KxbenchLearn, DamagedFileStaysWhenTheQuestionIsRefused) {
+  environment_["FAKE_LEARN"] = "damaged";
+  environment_["FAKE_UI"] = "3";
+  const ProcessResult result = Run({"learn", "old.dat", "--channels", "1-2", "--progress", "window"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.output, "");
+  EXPECT_THAT(result.errors, HasSubstr("learn old.dat: cancelled, nothing was saved"));
+}
+
+TEST_F(KxbenchLearn, WithoutADeviceTheLineNamesTheOption) {
+  environment_["FAKE_LEARN"] = "no device";
+  EXPECT_EQ(Run({"learn", "new.dat"}).errors,
+            "kxbench: learn new.dat: BRENMOR_DEVICE is not set; --device FILE gives it\n");
+}
+
+TEST_F(KxbenchLearn, FindsOutFirstThatItCannotSave) {
+  environment_["FAKE_LEARN"] = "failed";
+  const ProcessResult folder = Run({"learn", "none/new.dat"});
+  EXPECT_EQ(folder.status, 2);
+  EXPECT_EQ(folder.errors, "kxbench: none/new.dat cannot be saved: there is no folder " +
+                               (folder_.Path() / "none").string() + "\n");
+  EXPECT_EQ(Run({"learn", "."}).errors, "kxbench: . cannot be saved: this is a folder\n");
+}
+
+TEST_F(KxbenchLearn, LeavesNothingBehindWhereItCouldSave) {
+  environment_["FAKE_LEARN"] = "failed";
+  Run({"learn", "new.dat"});
+  EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
+}
+
 TEST_F(KxbenchLearn, Failed) {
   environment_["FAKE_LEARN"] = "failed";
   const ProcessResult result = Run({"learn", "new.dat"});

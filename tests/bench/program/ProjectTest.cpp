@@ -11,10 +11,7 @@ namespace {
 class ProjectVariables : public testing::Test {
  protected:
   void Set(const std::optional<std::string>& project, const std::string& file = "tests/Kabel 7.dat") {
-    Options options;
-    options.project = project;
-    options.file = file;
-    SetProjectVariables(options, environment_);
+    SetProjectVariables(ProjectOf(project, file), environment_);
   }
 
   std::string Value(const std::string& name) { return TStringValue::GetVal(environment_.FindVariable(name)); }
@@ -39,6 +36,11 @@ TEST_F(ProjectVariables, PathIsAbsoluteAndPlain) {
   std::filesystem::create_directory(folder_.Path() / "sub");
   Set(Utf8FromPath(folder_.Path() / "sub" / ".." / "." / "Trailer"));
   EXPECT_EQ(Value("PROJEKTPFAD"), Utf8FromPath(folder_.Path() / ""));
+}
+
+TEST_F(ProjectVariables, SayWhereTheProjectsIniFileIs) {
+  EXPECT_EQ(ProjectOf(Utf8FromPath(folder_.Path() / "Trailer"), "x.dat").IniFile(),
+            Utf8FromPath(folder_.Path() / "Trailer.ini"));
 }
 
 TEST_F(ProjectVariables, NameKeepsItsDots) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "bench/program/Report.h"
+#include "tests/bench/program/TemporaryFolder.h"
 
 namespace kxbench {
 namespace {
@@ -53,6 +54,30 @@ TEST(Report, OfEveryKindOfFinding) {
             "  Kurzschlusstest   2    expected 0\n"
             "\n"
             "FAIL: 4 findings\n");
+}
+
+class NamedReport : public testing::Test {
+ protected:
+  wiring::ChannelNames Names() const {
+    return wiring::ChannelNames(folder_.Write("Trailer.ini", "[Scanner]\nRelais1=A1-L\nRelais14=B1-L\n"));
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(NamedReport, CarriesTheNamesBesideTheNumbers) {
+  EXPECT_EQ(WithChannelNames("fehlende Verbindung zwischen 1 und 14 -  ABBRUCH", Names()),
+            "fehlende Verbindung zwischen 1 (A1-L) und 14 (B1-L) -  ABBRUCH");
+  EXPECT_EQ(WithChannelNames("Kurzschluss zwischen (1, 14, 141) und 2", Names()),
+            "Kurzschluss zwischen (1 (A1-L), 14 (B1-L), 141) und 2");
+  EXPECT_EQ(WithChannelNames("Spannung an Kanal 14", Names()), "Spannung an Kanal 14 (B1-L)");
+  EXPECT_EQ(WithChannelNames("Strom an Kanal 14", Names()), "Strom an Kanal 14") << "no record of a check";
+}
+
+TEST_F(NamedReport, NamesTheChannelsOfFindings) {
+  EXPECT_THAT(StepReport(Step(), Result({"Spannung an Kanal 1|0,7|5,312|V|||", "Kurzschlusstest|0|0||0||"}),
+                         false, Names()),
+              testing::HasSubstr("  Spannung an Kanal 1 (A1-L)  5,312    0,7      -  V\n"));
 }
 
 TEST(Report, CountsAWrongSumWhereItsFindingsWereNotReported) {
@@ -116,7 +141,7 @@ TEST(RunVerdict, SumsUpTheSteps) {
 TEST(ReportPrinter, PrintsStepsAndTheVerdictOverSeveral) {
   TextOutput output;
   int cleared = 0;
-  ReportPrinter printer(output, false, [&] { ++cleared; });
+  ReportPrinter printer(output, false, wiring::ChannelNames(), [&] { ++cleared; });
   const StepResult good = Result({"Kurzschlusstest|0|0||0||"});
   printer.StepEnded(Step("s:1"), good);
   printer.StepEnded(Step("s:2"), good);
@@ -132,7 +157,7 @@ TEST(ReportPrinter, PrintsStepsAndTheVerdictOverSeveral) {
 
 TEST(ReportPrinter, LeavesOutTheVerdictOverOne) {
   TextOutput output;
-  ReportPrinter printer(output, false, [] {});
+  ReportPrinter printer(output, false, wiring::ChannelNames(), [] {});
   printer.RunEnded({ExitStatus::NoFindings}, 0);
   EXPECT_EQ(output.written, "");
 }

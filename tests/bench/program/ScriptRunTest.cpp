@@ -63,10 +63,22 @@ class Running : public testing::Test, protected RunObserver {
                   [this] {
                     if (kept_) std::rethrow_exception(kept_);
                   },
-                  [this](const std::string& line) { told_.push_back(line); }},
+                  [this](const std::string& line) { told_.push_back(line); },
+                  [this](const ScriptStep& step) {
+                    if (step.call == refused_) throw Failure("damaged");
+                  },
+                  [](const std::string& failure) { return failure + "!"; }},
                  *this};
+  std::string refused_;
   std::exception_ptr kept_;
 };
+
+TEST_F(Running, StepThatIsNotAdmittedFailsWithoutRunning) {
+  refused_ = "ShortTest(\"bad\")";
+  EXPECT_EQ(Run({"good", "bad", "good"}), ExitStatus::Failed);
+  EXPECT_THAT(ran_, ElementsAre("good"));
+  EXPECT_THAT(told_, ElementsAre("s:2: damaged!"));
+}
 
 TEST_F(Running, WithoutFindings) {
   EXPECT_EQ(Run({"good", "good"}), ExitStatus::NoFindings);
@@ -86,13 +98,13 @@ TEST_F(Running, GoesOnAfterFindings) {
 TEST_F(Running, EndsAfterAFailure) {
   EXPECT_EQ(Run({"good", "throw", "good"}), ExitStatus::Failed);
   EXPECT_THAT(ran_, ElementsAre("good", "throw"));
-  EXPECT_THAT(told_, ElementsAre("s:2: bus error"));
+  EXPECT_THAT(told_, ElementsAre("s:2: bus error!"));
   EXPECT_EQ(left_, 1U);
 }
 
 TEST_F(Running, SurvivesWhateverIsThrown) {
   EXPECT_EQ(Run({"throw-number"}), ExitStatus::Failed);
-  EXPECT_THAT(told_, ElementsAre("s:1: an exception of an unknown kind"));
+  EXPECT_THAT(told_, ElementsAre("s:1: an exception of an unknown kind!"));
 }
 
 TEST_F(Running, KeepsTheRecordsOfAStepThatFailed) {

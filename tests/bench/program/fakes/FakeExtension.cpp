@@ -1,3 +1,4 @@
+#include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -13,7 +14,8 @@
 #include "framework/kxcomponents.h"
 #include "framework/kxextension.h"
 
-/// An extension with two commands. `ShortTest(Datafile : String)` carries out the lines of the file named:
+/// An extension with two commands. `ShortTest(Datafile : String)` carries out the lines of the file named
+/// that follow its line [FAKE]:
 ///   record TEXT      sends TEXT (UTF-8, one character beyond the first 65536 allowed) as a record
 ///   variable NAME    sends the host variable as a record
 ///   environment NAME sends the process's variable as a record
@@ -22,6 +24,7 @@
 ///   ask              asks with a message box and sends the answer as a record
 ///   wait             shows a progress dialog and runs until it is cancelled, then tells the host
 ///   close            returns
+///   truncate NAME    empties the file of that name
 ///   throw TEXT       throws an exception of the extension's own type
 ///   throw-number     throws a number
 /// `Echo(First : String; Second : Integer)` sends its parameters as a record.
@@ -119,6 +122,7 @@ void CarryOut(const std::string& line) {
         std::to_string(Application().ShowMessage({"Frage", MessageKind::Information, {mrCancel, mrIgnore}})));
   }
   if (verb == "wait") return WaitForCancel();
+  if (verb == "truncate") return void(std::ofstream(rest));
   if (verb == "throw") throw ExtensionFailure(rest);
   if (verb == "throw-number") throw 42;
   if (verb != "close") throw ExtensionFailure("unknown line " + line);
@@ -134,9 +138,15 @@ class TextEdit : public TKXEdit {
 };
 
 /// A dialog that asks with a message box whether to take "edited.dat".
+/// It hands its control to the host, and asks for the hardware once it shows, as the real one does.
 class FakeForm : public TKXEditorForm {
  public:
+  FakeForm() { VarAccess()->AttachEdit(edit_); }
+
   int ShowModal() override {
+    const bool opensEmpty = edit_.GetText().empty();
+    theHost.initialise();
+    if (opensEmpty && !edit_.GetText().empty()) std::fputs("opened empty\n", stderr);
     if (edit_.GetText().find("broken") != std::string::npos) throw ExtensionFailure("cannot read broken.dat");
     const int result =
         Application().ShowMessage({edit_.GetText(), MessageKind::Information, {mrOk, mrCancel}});
@@ -160,7 +170,11 @@ class FakeShortTest : public TKXFuncRunEdit {
     const std::string name = TStringValue::GetVal(params.GetValue("Datafile"));
     std::ifstream file(std::filesystem::path(std::u8string(name.begin(), name.end())));
     if (!file) throw ExtensionFailure("cannot open " + name);
-    for (std::string line; std::getline(file, line);) CarryOut(line);
+    bool begun = false;
+    for (std::string line; std::getline(file, line);) {
+      if (begun) CarryOut(line);
+      begun = begun || line == "[FAKE]";
+    }
   }
 };
 

@@ -5,7 +5,8 @@
 #include "framework/kxcomponents.h"
 
 /// A learn module that asks one question and learns what FAKE_LEARN says: "cancelled", "failed", else
-/// success. Its summary shows the request.
+/// success; "damaged" until it is asked for a new one, "changed" tells of a pair before it succeeds. Its
+/// summary shows the request.
 
 void kxLearn(const kxbench::LearnRequest& request, kxbench::LearnSummary& summary) {
   const char* choice = std::getenv("FAKE_LEARN");
@@ -14,6 +15,16 @@ void kxLearn(const kxbench::LearnRequest& request, kxbench::LearnSummary& summar
     summary.failure = "Konnte Anzahl Kanäle nicht ermitteln.";
     return;
   }
+  if (text == "damaged" && !request.makeNew) {
+    summary.end = kxbench::LearnEnd::Damaged;
+    summary.failure = "there is no START";
+    return;
+  }
+  if (text == "no device") {
+    summary.failure = "BRENMOR_DEVICE is not set";
+    return;
+  }
+  if (text == "changed") request.beforeReplacing({1, 2, 1, 2, 1, 1, {{1, 2, "connected", "open"}}});
   const int answer =
       Application().ShowMessage({"Nahe am Schwellwert.", MessageKind::Information, {mrCancel, mrIgnore}});
   if (text == "cancelled" || answer == mrCancel) {

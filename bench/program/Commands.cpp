@@ -1,0 +1,15 @@
+#include "bench/program/Commands.h"
+
+namespace kxbench {
+
+CommandList AllCommands() {
+  CommandList commands;
+  commands.push_back(MakeCheckCommand());
+  commands.push_back(MakeRunCommand());
+  commands.push_back(MakeLearnCommand());
+  commands.push_back(MakeEditCommand());
+  commands.push_back(MakeInfoCommand());
+  return commands;
+}
+
+}  // namespace kxbench

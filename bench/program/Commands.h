@@ -1,0 +1,17 @@
+#pragma once
+
+#include "bench/program/Command.h"
+
+namespace kxbench {
+
+// The commands, each in a file of its own in commands/.
+std::unique_ptr<Command> MakeCheckCommand();
+std::unique_ptr<Command> MakeRunCommand();
+std::unique_ptr<Command> MakeLearnCommand();
+std::unique_ptr<Command> MakeEditCommand();
+std::unique_ptr<Command> MakeInfoCommand();
+
+/// All of them, in the order of the program's help.
+CommandList AllCommands();
+
+}  // namespace kxbench
