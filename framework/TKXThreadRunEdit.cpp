@@ -5,6 +5,7 @@
 #include "framework/Prototype.h"
 #include "framework/ScriptCall.h"
 #include "framework/ScriptEnvironment.h"
+#include "framework/ScriptExpression.h"
 #include "framework/ScriptLexer.h"
 #include "framework/kxcomponents.h"
 
@@ -14,12 +15,26 @@ TKXEdit* FindParameterEdit(TKXEditorForm* editor, const TKXPrototypeParam& param
   return editor == nullptr ? nullptr : editor->FindEdit("KXEdit_" + parameter.name);
 }
 
-/// What a script line shows for a parameter: its expression, or a literal where there is none, so that the
-/// line can always be read again.
+/// True when the expression can be evaluated, and is an integer.
+bool IsInteger(const TKXExpression& expression, std::string& text) {
+  try {
+    const auto value = expression.Evaluate();
+    text = TStringValue::GetVal(value.get());
+    return dynamic_cast<const kx::IntegerValue*>(value.get()) != nullptr;
+  } catch (const TKXScriptError&) {
+    return false;  // an unknown variable: the line says so when it is read
+  }
+}
+
+/// What a script line shows for a parameter: its expression, or a literal where there is none or where its
+/// value is no text although the parameter is one, so that the line can always be read again.
 std::string ScriptText(const std::string& expression, const TKXPrototypeParam& parameter, TKXParser* parser) {
   if (expression.empty() && kx::EqualIgnoringCase(parameter.type, "Integer")) return "0";
-  const bool isExpression = parser != nullptr && parser->ParseExpression(expression) != nullptr;
-  return isExpression ? expression : kx::QuoteLiteral(expression);
+  const auto parsed = parser == nullptr ? nullptr : parser->ParseExpression(expression);
+  if (parsed == nullptr) return kx::QuoteLiteral(expression);
+  std::string text;
+  const bool isText = kx::EqualIgnoringCase(parameter.type, "String");
+  return isText && IsInteger(*parsed, text) ? kx::QuoteLiteral(text) : expression;
 }
 
 kx::ScriptCall ParseLine(const std::string& line, TKXParser* parser) {

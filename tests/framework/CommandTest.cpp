@@ -194,6 +194,18 @@ TEST_F(Command, RecodesAPlainFileNameAsAString) {
   EXPECT_EQ(Base().RecodeScript(), "Measure(\"C:\\kabel.dat\", 0)");
 }
 
+TEST_F(Command, RecodesANumberAsTheStringThatItsParameterIs) {
+  for (const auto& [typed, line] :
+       {std::pair("5", "Measure(\"5\", 0)"), std::pair("2 + 3", "Measure(\"5\", 0)"),
+        std::pair("\"5\"", "Measure(\"5\", 0)"), std::pair("KABEL", "Measure(KABEL, 0)")}) {
+    form_->typed = [expression = typed](TextForm& form) {
+      form.edits["KXEdit_Datafile"].SetText(expression);
+    };
+    ASSERT_TRUE(Base().EditCommand());
+    EXPECT_EQ(Base().RecodeScript(), line) << typed;
+  }
+}
+
 TEST_F(Command, EditorTestRunsWhatTheDialogShows) {
   Type("Datafile", "kabel.dat");
   Type("Count", "1 + 1");
