@@ -61,9 +61,16 @@ wxFileName WithDefaultExtension(const wxFileName& name) {
   return wxFileName(name.GetFullPath() + "." + DefaultExtension);
 }
 
+// The script command holds the name between quotation marks.
+bool HasQuotationMark(const wxFileName& name) { return name.GetFullPath().Contains("\""); }
+
+const char* const QuotationMarkReason = "Der Dateiname darf kein Anführungszeichen enthalten.";
+
 // True when the file can be opened; else the user has been told why not.
 bool CanOpen(const wxFileName& name) {
-  if (!name.FileExists()) {
+  if (HasQuotationMark(name)) {
+    Refuse(name, QuotationMarkReason);
+  } else if (!name.FileExists()) {
     Refuse(name, "Die Datei wurde nicht gefunden.");
   } else if (IsReadOnly(name)) {
     Refuse(name, "Die Datei ist schreibgeschützt.");
@@ -74,7 +81,9 @@ bool CanOpen(const wxFileName& name) {
 }
 
 bool CanSave(const wxFileName& name, bool askAgain) {
-  if (!name.DirExists()) {
+  if (HasQuotationMark(name)) {
+    Refuse(name, QuotationMarkReason);
+  } else if (!name.DirExists()) {
     Refuse(name, "Das Verzeichnis wurde nicht gefunden.");
   } else if (IsReadOnly(name)) {
     Refuse(name, "Die Datei ist schreibgeschützt.");

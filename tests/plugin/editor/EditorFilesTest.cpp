@@ -227,6 +227,32 @@ TEST_F(EditorFiles, SaveRefusesAReadOnlyFile) {
   });
 }
 
+#ifndef _WIN32  // where no name can hold one
+TEST_F(EditorFiles, OpenRefusesANameThatNoScriptCanHold) {
+  const std::string file = ProjectFile("a\"b.dat");
+  Wired(1, 2, 4).SaveExpectationFile(file);
+  FileDialogUser user({file, ""});
+  Show([&] {
+    Click(*form.BT_Fileopen);
+    ASSERT_THAT(messages.others, SizeIs(1));
+    EXPECT_THAT(messages.others[0].text, HasSubstr("Anführungszeichen"));
+    EXPECT_EQ(DataFileText(), "");
+  });
+  EXPECT_EQ(user.dialogs, 2);
+}
+
+TEST_F(EditorFiles, SaveRefusesANameThatNoScriptCanHold) {
+  UseExpectation(Wired(1, 2, 4));
+  FileDialogUser user({ProjectFile("a\"b.dat"), ""});
+  Show([&] {
+    Click(*form.BT_Filesave);
+    ASSERT_THAT(messages.others, SizeIs(1));
+    EXPECT_THAT(messages.others[0].text, HasSubstr("Anführungszeichen"));
+  });
+  EXPECT_FALSE(std::filesystem::exists(ProjectFile("a\"b.dat")));
+}
+#endif
+
 TEST_F(EditorFiles, RefusedNameToSaveComesBackForCorrection) {
   UseExpectation(Wired(1, 2, 4));  // stands before the other in the dialog's list
   Wired(1, 2, 4).SaveExpectationFile(ProjectFile("zu.dat"));
