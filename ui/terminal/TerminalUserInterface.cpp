@@ -34,7 +34,7 @@ class TerminalProgress : public ProgressDialog {
         maximum_(layout.barMaximum),
         redraws_(userInterface.style_ == ProgressStyle::Shown && userInterface.terminal_.CanRedraw()) {
     state_.caption = layout.caption;
-    state_.hint = "Ctrl-C: " + layout.buttonCaption;
+    state_.hint = "Ctrl-C: cancel";  // the button's caption is the plug-in's, and German
   }
 
   ~TerminalProgress() override {

@@ -46,7 +46,7 @@ TEST_F(TerminalUi, DialogIsInvisibleUntilShown) {
   dialog->Show();
   EXPECT_TRUE(dialog->Visible());
   EXPECT_THAT(terminal_.written, HasSubstr("Kurzschlusstest [...."));
-  EXPECT_THAT(terminal_.written, HasSubstr("Ctrl-C: Abbrechen"));
+  EXPECT_THAT(terminal_.written, HasSubstr("Ctrl-C: cancel"));
 }
 
 TEST_F(TerminalUi, BarFollowsThePositionInPlace) {
