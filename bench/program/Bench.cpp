@@ -6,6 +6,7 @@
 
 #include "bench/program/Extension.h"
 #include "bench/program/Failure.h"
+#include "bench/program/Guard.h"
 #include "bench/program/HostSetup.h"
 #include "bench/program/Interaction.h"
 #include "bench/program/Learn.h"
@@ -56,6 +57,7 @@ std::unique_ptr<RunObserver> PrinterOf(const Options& options, Output& output, I
 
 ExitStatus RunScript(const Options& options) {
   HostSetup host(options);
+  EnterGuard();
   Interaction interaction(SurfaceOf(options.progress), std::nullopt);
   StandardOutput output;
   const auto printer = PrinterOf(options, output, interaction);
@@ -84,6 +86,7 @@ ExitStatus ShowInfo(const Options& options) {
 
 ExitStatus EditFile(const Options& options) {
   HostSetup host(options);
+  EnterGuard();
   Interaction interaction(Surface::Windows, std::nullopt);
   RecordReceiver receiver([](const std::string&) {});
   const Extension extension(PluginFile(options), host.HostValues(receiver.Handle()));
@@ -108,7 +111,6 @@ ExitStatus EditFile(const Options& options) {
 }  // namespace
 
 ExitStatus RunBench(std::vector<std::string> arguments) {
-  const InterruptWatch watch;
   const auto parsed = ParseOptions(std::move(arguments));
   if (const auto* information = std::get_if<Information>(&parsed)) {
     StandardOutput().Write(information->text);

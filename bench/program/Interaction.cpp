@@ -4,6 +4,7 @@
 #include "bench/program/System.h"
 #include "framework/kxcomponents.h"
 #include "ui/terminal/Interrupt.h"
+#include "ui/terminal/Printable.h"
 
 namespace kxbench {
 
@@ -55,7 +56,8 @@ Interaction::~Interaction() { SetApplication(nullptr); }
 
 void Interaction::Tell(const std::string& line) {
   HideProgress();
-  terminal_->Write("kxbench: " + line + "\n");
+  terminal_->Write("kxbench: " + Printable(line) + "\n");
+  terminal_->Settle();
 }
 
 void Interaction::HideProgress() {

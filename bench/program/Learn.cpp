@@ -5,11 +5,13 @@
 
 #include "bench/program/DynamicLibrary.h"
 #include "bench/program/Failure.h"
+#include "bench/program/Guard.h"
 #include "bench/program/HostSetup.h"
 #include "bench/program/Interaction.h"
 #include "bench/program/Output.h"
 #include "bench/program/System.h"
 #include "bench/program/Table.h"
+#include "ui/terminal/Printable.h"
 
 namespace kxbench {
 
@@ -94,7 +96,7 @@ std::string ChannelListText(const std::vector<std::int32_t>& channels) {
 std::string LearnReport(const std::string& file, const LearnSummary& summary) {
   const std::int32_t channels = summary.lastChannel - summary.firstChannel + 1;
   std::string report = "Learned " + std::to_string(channels) + (channels == 1 ? " channel" : " channels") +
-                       " into " + file + "\n\n";
+                       " into " + Printable(file) + "\n\n";
   report +=
       Entry("Channels", std::to_string(summary.firstChannel) + " to " + std::to_string(summary.lastChannel));
   report += Entry("Nets", std::to_string(summary.nets.size()));
@@ -110,6 +112,7 @@ std::string LearnReport(const std::string& file, const LearnSummary& summary) {
 ExitStatus LearnDevice(const Options& options) {
   const std::optional<int> answer = NearThresholdAnswer(options, *OpenTerminal());
   HostSetup host(options);
+  EnterGuard();
   Interaction interaction(SurfaceOf(options.progress), answer);
   const DynamicLibrary module("the learn module",
                               ProgramFolder() / LibraryFileName("kxlearn", LibraryPrefix::Lib));

@@ -1,0 +1,39 @@
+#include <gtest/gtest.h>
+
+#include "bench/program/GuardWords.h"
+
+namespace kxbench {
+namespace {
+
+TEST(GuardWords, NewsOfTheWorkingProcess) {
+  const GuardNews news = ReadNews(DriverMessage("/opt/a b/libBrenmorHWDevice.so") + DoneMessage());
+  EXPECT_EQ(news.driver, "/opt/a b/libBrenmorHWDevice.so");
+  EXPECT_TRUE(news.done);
+}
+
+TEST(GuardWords, LastDriverCounts) {
+  EXPECT_EQ(ReadNews(DriverMessage("first") + DriverMessage("second")).driver, "second");
+}
+
+TEST(GuardWords, SilenceIsNotTheEndOfTheWork) {
+  EXPECT_FALSE(ReadNews("").done);
+  EXPECT_FALSE(ReadNews(DriverMessage("done")).done);
+}
+
+TEST(GuardWords, MessageThatWasCutOffDoesNotCount) {
+  EXPECT_FALSE(ReadNews("done").done);
+  EXPECT_EQ(ReadNews("driver /opt/libBren").driver, "");
+}
+
+TEST(GuardWords, LineSaysWhatBecameOfTheRelays) {
+  EXPECT_EQ(GuardLine("it ended", "driver.so", ""), "it ended: every relay was opened");
+  EXPECT_EQ(GuardLine("it ended", "driver.so", "no answer"), "it ended: RELAYS MAY BE CLOSED: no answer");
+  EXPECT_EQ(GuardLine("it ended", "", ""), "it ended: no driver had been loaded, no relay was switched");
+}
+
+TEST(GuardWords, DriverThatCannotBeLoadedIsToldOf) {
+  EXPECT_NE(OpenEveryRelay("/none/libBrenmorHWDevice.so").find("cannot load the driver"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace kxbench
