@@ -20,10 +20,11 @@ constexpr const char* Footer = R"(Exit status:
   Where several apply, 2 goes before 3 and 3 before 1: a script with findings that is then
   cancelled ends with 3.
 
-Ctrl-C, SIGTERM and SIGHUP press the cancel button; relays are opened before the program ends.
+Ctrl-C, SIGTERM and SIGHUP press the cancel button, also that of the editor dialog; relays are
+opened before the program ends. A second one ends it though its output is not read.
 A script holds one command call a line; // starts a comment. Strings stand in double quotes,
 a doubled quote stands for one; + joins texts; PROJEKTPFAD (which ends in a separator) and
-PROJECTNAME are variables. The editor dialog is closed by its own buttons, not by Ctrl-C.)";
+PROJECTNAME are variables.)";
 
 template <typename Integer>
 bool ReadInteger(const std::string& text, Integer& value) {
