@@ -55,6 +55,15 @@ std::unique_ptr<RunObserver> PrinterOf(const Options& options, Output& output, I
   return std::make_unique<ReportPrinter>(output, OutputShowsColours(), clearTerminal);
 }
 
+void TellGuardOfFiles(const Script& script) {
+  for (const ScriptStep& step : script) {
+    for (const TKXPrototypeParam& parameter : step.command->Parameters()) {
+      if (parameter.type != "String") continue;
+      TellGuardOfExpectation(TStringValue::GetVal(step.params->GetValue(parameter.name)));
+    }
+  }
+}
+
 ExitStatus RunScript(const Options& options) {
   HostSetup host(options);
   EnterGuard();
@@ -72,6 +81,7 @@ ExitStatus RunScript(const Options& options) {
 
   const Extension extension(PluginFile(options), host.HostValues(receiver.Handle()));
   const Script script = ScriptOf(options, extension, host.Parser().GetEnvironment());
+  TellGuardOfFiles(script);
   return run.Run(script);
 }
 
@@ -87,6 +97,7 @@ ExitStatus ShowInfo(const Options& options) {
 ExitStatus EditFile(const Options& options) {
   HostSetup host(options);
   EnterGuard();
+  TellGuardOfExpectation(options.file);
   Interaction interaction(Surface::Windows, std::nullopt);
   RecordReceiver receiver([](const std::string&) {});
   const Extension extension(PluginFile(options), host.HostValues(receiver.Handle()));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace kxbench {
 
 /// Opens the relays when the program cannot do so any more. The program splits in two: a process that works,
@@ -18,6 +20,10 @@ void EnterGuard();
 
 /// Tells the guard where the driver library lies, once it is in memory. Called after every library loaded.
 void TellGuardOfDriver();
+
+/// Tells the guard that a command gets the file `file`, UTF-8: if it is an expectation, its terminating
+/// resistor's relay may be closed.
+void TellGuardOfExpectation(const std::string& file);
 
 /// Tells the guard that no relay is in use any more, and will not be.
 void LeaveGuard();

@@ -119,13 +119,13 @@ bool EndOfOpening(pid_t child, const GuardSignals& signals) {
 
 /// Opens all relays in a process of its own: a driver that has failed once may fail again. Empty when it went
 /// well, else what went wrong.
-std::string OpenInAProcess(const std::string& driver, const GuardSignals& signals) {
+std::string OpenInAProcess(const GuardNews& news, const GuardSignals& signals) {
   const GuardPipe result;
   const pid_t child = fork();
   if (child < 0) return "cannot start a process: " + std::generic_category().message(errno);
   if (child == 0) {
     // The signals stay held back: nothing shall keep it from its end.
-    WriteAll(result.writing, OpenEveryRelay(driver) + "\n");
+    WriteAll(result.writing, OpenEveryRelay(news) + "\n");
     std::exit(0);  // the driver's own clean-up runs
   }
   if (!EndOfOpening(child, signals)) return "the driver does not answer";
@@ -146,7 +146,7 @@ int Guard(pid_t child, int news, const GuardSignals& signals) {
   const int status = EndOfWork(child, signals);
   const GuardNews said = ReadNews(ReadWaiting(news));
   if (said.done && WIFEXITED(status)) return WEXITSTATUS(status);
-  const std::string failure = said.done || said.driver.empty() ? "" : OpenInAProcess(said.driver, signals);
+  const std::string failure = said.done || said.driver.empty() ? "" : OpenInAProcess(said, signals);
   signals.Release();
   const std::string line = said.done ? HowItEnded(status) + ": every relay was open"
                                      : GuardLine(HowItEnded(status), said.driver, failure);
@@ -195,8 +195,8 @@ void TellGuardOfDriver() {
   dlclose(driver);
 }
 
-void LeaveGuard() {
-  if (toGuard >= 0) WriteAll(toGuard, DoneMessage());
+void SendToGuard(const std::string& message) {
+  if (toGuard >= 0) WriteAll(toGuard, message);
 }
 
 }  // namespace kxbench

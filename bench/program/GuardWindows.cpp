@@ -22,8 +22,8 @@
 #include "ui/terminal/Terminal.h"
 
 /// Windows splits no process in two: the program starts itself again with the same command line, and a
-/// variable tells the other process what it is for: "work PIPE GUARD" or "open PIPE 0 DRIVER", with inherited
-/// handles.
+/// variable tells the other process what it is for: "work PIPE GUARD" or "open PIPE GUARD MESSAGES", with
+/// inherited handles.
 
 namespace kxbench {
 
@@ -46,7 +46,7 @@ struct Role {
   std::string work;  ///< "work", "open"; empty in the process that the user started
   std::uintptr_t pipe = 0;
   std::uintptr_t guard = 0;
-  std::string driver;
+  GuardNews news;  ///< what is to be opened
 };
 
 /// What this process is for. The variable is taken away: it is not meant for others.
@@ -57,7 +57,9 @@ Role TakeRole() {
   _wputenv_s(RoleVariable, L"");
   Role role;
   words >> role.work >> role.pipe >> role.guard >> std::ws;
-  std::getline(words, role.driver);
+  std::string messages;
+  std::getline(words, messages, '\0');
+  role.news = ReadNews(messages);
   return role;
 }
 
@@ -161,9 +163,11 @@ class Helper {
 
 /// Opens all relays in a process of its own: a driver that has failed once may fail again. Empty when it went
 /// well, else what went wrong.
-std::string OpenInAProcess(const std::string& driver) {
+std::string OpenInAProcess(const GuardNews& news) {
   try {
-    const Helper helper("open", driver);
+    std::string messages = DriverMessage(news.driver);
+    for (const std::string& file : news.expectations) messages += ExpectationMessage(file);
+    const Helper helper("open", messages);
     if (!helper.EndsWithin(LongestOpeningMs)) {
       helper.End();
       return "the driver does not answer";
@@ -189,7 +193,7 @@ int Guard() {
   work.EndsWithin(INFINITE);
   const GuardNews said = ReadNews(work.Said());
   if (said.done) return static_cast<int>(work.Status());
-  const std::string failure = said.driver.empty() ? "" : OpenInAProcess(said.driver);
+  const std::string failure = said.driver.empty() ? "" : OpenInAProcess(said);
   OpenTerminal()->Write("kxbench: " + GuardLine(HowItEnded(work.Status()), said.driver, failure) + "\n");
   return static_cast<int>(ExitStatus::Failed);
 }
@@ -208,7 +212,7 @@ void EnterGuard() {
   if (role.work.empty()) std::exit(Guard());
   const auto pipe = reinterpret_cast<HANDLE>(role.pipe);
   if (role.work == "open") {
-    WriteMessage(pipe, OpenEveryRelay(role.driver) + "\n");
+    WriteMessage(pipe, OpenEveryRelay(role.news) + "\n");
     std::exit(0);  // the driver's own clean-up runs
   }
   toGuard = pipe;
@@ -222,8 +226,8 @@ void TellGuardOfDriver() {
   if (driver != nullptr) WriteMessage(toGuard, DriverMessage(Utf8FromPath(LoadedFile(driver))));
 }
 
-void LeaveGuard() {
-  if (toGuard != nullptr) WriteMessage(toGuard, DoneMessage());
+void SendToGuard(const std::string& message) {
+  if (toGuard != nullptr) WriteMessage(toGuard, message);
 }
 
 }  // namespace kxbench

@@ -9,6 +9,7 @@ namespace kxbench {
 namespace {
 
 constexpr const char* DriverWord = "driver ";
+constexpr const char* ExpectationWord = "expectation ";
 constexpr const char* DoneWord = "done";
 
 }  // namespace
@@ -16,6 +17,8 @@ constexpr const char* DoneWord = "done";
 std::string DriverLibraryName() { return LibraryFileName("BrenmorHWDevice", LibraryPrefix::Lib); }
 
 std::string DriverMessage(const std::string& file) { return DriverWord + file + "\n"; }
+
+std::string ExpectationMessage(const std::string& file) { return ExpectationWord + file + "\n"; }
 
 std::string DoneMessage() { return DoneWord + std::string("\n"); }
 
@@ -25,6 +28,8 @@ GuardNews ReadNews(const std::string& messages) {
   for (std::string line; std::getline(lines, line);) {
     if (line == DoneWord) news.done = true;
     if (line.starts_with(DriverWord)) news.driver = line.substr(std::string(DriverWord).size());
+    if (line.starts_with(ExpectationWord))
+      news.expectations.push_back(line.substr(std::string(ExpectationWord).size()));
   }
   return news;
 }

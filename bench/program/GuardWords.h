@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 /// What the working process tells its guard, and what the guard says of it in the end.
 
@@ -12,13 +13,17 @@ std::string DriverLibraryName();
 /// The message that the driver library `file` (UTF-8) is in memory.
 std::string DriverMessage(const std::string& file);
 
+/// The message that a command gets the file `file` (UTF-8).
+std::string ExpectationMessage(const std::string& file);
+
 /// The message that the work is done.
 std::string DoneMessage();
 
 /// All that the working process said.
 struct GuardNews {
   bool done = false;
-  std::string driver;  ///< the driver library, UTF-8; empty when none was loaded
+  std::string driver;                     ///< the driver library, UTF-8; empty when none was loaded
+  std::vector<std::string> expectations;  ///< files that may be expectations, UTF-8
 };
 
 /// Reads the messages; one that was cut off when the process ended is passed over.
@@ -28,8 +33,11 @@ GuardNews ReadNews(const std::string& messages);
 /// why the relays could not be opened, empty when they were.
 std::string GuardLine(const std::string& how, const std::string& driver, const std::string& failure);
 
-/// Opens every relay of every card through the driver library `driver` (UTF-8): both lines of each card are
-/// reset. Empty when that went well; else what went wrong.
-std::string OpenEveryRelay(const std::string& driver);
+/// Sends a message to the guard of this process; does nothing where there is none.
+void SendToGuard(const std::string& message);
+
+/// Opens every relay through the driver library of `news`: both lines of each card are reset, and the
+/// terminating resistor of each expectation is switched off. Empty when that went well; else what went wrong.
+std::string OpenEveryRelay(const GuardNews& news);
 
 }  // namespace kxbench

@@ -113,6 +113,7 @@ ExitStatus LearnDevice(const Options& options) {
   const std::optional<int> answer = NearThresholdAnswer(options, *OpenTerminal());
   HostSetup host(options);
   EnterGuard();
+  TellGuardOfExpectation(options.file);
   Interaction interaction(SurfaceOf(options.progress), answer);
   const DynamicLibrary module("the learn module",
                               ProgramFolder() / LibraryFileName("kxlearn", LibraryPrefix::Lib));

@@ -1,4 +1,6 @@
+#include <cstddef>
 #include <cstdint>
+#include <fstream>
 #include <memory>
 
 #include "bench/program/DynamicLibrary.h"
@@ -6,6 +8,7 @@
 #include "bench/program/GuardWords.h"
 #include "bench/program/System.h"
 #include "contracts/BrenmorHWDevice.h"
+#include "text/IniText.h"
 #include "text/SystemText.h"
 
 namespace kxbench {
@@ -15,19 +18,23 @@ namespace {
 constexpr std::int32_t FirstLine = 128;  // two addresses a card
 constexpr std::int32_t OpenAll = 64;
 constexpr std::int32_t UsualCards = 5;  // as many as are probed for
-constexpr std::int32_t BusCards = 64;   // addresses have 8 bits
+constexpr std::size_t LongestHead = 65536;
+constexpr std::int32_t BusCards = 64;  // addresses have 8 bits
 
 /// Of the driver's functions those that it takes to open relays.
 struct OpeningDriver {
   explicit OpeningDriver(const DynamicLibrary& library)
-      : write(library.Find<decltype(&brenmor_bus_write)>("brenmor_bus_write")),
+      : set(library.Find<decltype(&brenmor_relay_set)>("brenmor_relay_set")),
+        write(library.Find<decltype(&brenmor_bus_write)>("brenmor_bus_write")),
         getError(library.Find<decltype(&brenmor_bus_get_error)>("brenmor_bus_get_error")),
         getErrorText(library.Find<decltype(&brenmor_bus_get_error_msg)>("brenmor_bus_get_error_msg")),
         deleteError(library.Find<decltype(&brenmor_bus_delete_error)>("brenmor_bus_delete_error")),
         free(library.Find<decltype(&brenmor_free_mem)>("brenmor_free_mem")) {
-    if (!write || !getError || !getErrorText || !deleteError || !free) throw Failure("it is no driver");
+    if (!set || !write || !getError || !getErrorText || !deleteError || !free)
+      throw Failure("it is no driver");
   }
 
+  decltype(&brenmor_relay_set) set;
   decltype(&brenmor_bus_write) write;
   decltype(&brenmor_bus_get_error) getError;
   decltype(&brenmor_bus_get_error_msg) getErrorText;
@@ -46,13 +53,26 @@ std::string OpenCard(const OpeningDriver& driver, std::int32_t card) {
                          : shorttest::SystemTextToUtf8(text.get());
 }
 
+/// Switches off the terminating resistor of an expectation; nothing when the file is none.
+void SwitchTerminationOff(const OpeningDriver& driver, const std::string& file) {
+  std::ifstream stream(PathFromUtf8(file), std::ios::binary);
+  // What the file says of the tester stands before its data, which may be long.
+  std::string head(LongestHead, '\0');
+  stream.read(head.data(), static_cast<std::streamsize>(head.size()));
+  head.resize(static_cast<std::size_t>(stream.gcount()));
+  const shorttest::IniText ini(head);
+  const std::int32_t card = ini.ReadInteger("OPTION", "LASTRELAISKARTE", 0);
+  const std::int32_t relay = ini.ReadInteger("OPTION", "LASTRELAIS", 0);
+  if (card > 0 && relay > 0) driver.set(card - 1, relay - 1, 0);
+}
+
 }  // namespace
 
-std::string OpenEveryRelay(const std::string& driverFile) {
+std::string OpenEveryRelay(const GuardNews& news) {
   try {
     // The simulated tester starts its trace anew otherwise, and what came before is what matters.
     SetEnvironment("BRENMOR_TRACE_APPEND", "1");
-    const DynamicLibrary library("the driver", PathFromUtf8(driverFile), DynamicLibrary::Unload::Never);
+    const DynamicLibrary library("the driver", PathFromUtf8(news.driver), DynamicLibrary::Unload::Never);
     const OpeningDriver driver(library);
     const std::string failure = OpenCard(driver, 0);
     // An expectation may name more cards than are probed for. A card that is not fitted is an error to most
@@ -60,6 +80,7 @@ std::string OpenEveryRelay(const std::string& driverFile) {
     for (std::int32_t card = 1; card < BusCards; ++card) {
       if (!OpenCard(driver, card).empty() && card >= UsualCards) break;
     }
+    for (const std::string& file : news.expectations) SwitchTerminationOff(driver, file);
     driver.deleteError();
     return OneLine(failure);
   } catch (...) {

@@ -41,6 +41,7 @@ class EveryEnd : public WitnessBench, public testing::WithParamInterface<std::tu
     const WitnessLog log = Log();
     EXPECT_TRUE(log.closed.empty());
     EXPECT_GT(log.mostClosed, 8U);
+    EXPECT_TRUE(log.terminated);
     EXPECT_EQ(log.loaded, 1) << "nothing had to be opened";
     ForgetLog();
     return log.calls;

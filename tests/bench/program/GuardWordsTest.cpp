@@ -11,6 +11,11 @@ TEST(GuardWords, NewsOfTheWorkingProcess) {
   EXPECT_TRUE(news.done);
 }
 
+TEST(GuardWords, ExpectationsAreKeptInTheirOrder) {
+  const GuardNews news = ReadNews(ExpectationMessage("b.dat") + ExpectationMessage("a b.dat"));
+  EXPECT_EQ(news.expectations, (std::vector<std::string>{"b.dat", "a b.dat"}));
+}
+
 TEST(GuardWords, LastDriverCounts) {
   EXPECT_EQ(ReadNews(DriverMessage("first") + DriverMessage("second")).driver, "second");
 }
@@ -32,7 +37,9 @@ TEST(GuardWords, LineSaysWhatBecameOfTheRelays) {
 }
 
 TEST(GuardWords, DriverThatCannotBeLoadedIsToldOf) {
-  EXPECT_NE(OpenEveryRelay("/none/libBrenmorHWDevice.so").find("cannot load the driver"), std::string::npos);
+  GuardNews news;
+  news.driver = "/none/libBrenmorHWDevice.so";
+  EXPECT_NE(OpenEveryRelay(news).find("cannot load the driver"), std::string::npos);
 }
 
 }  // namespace

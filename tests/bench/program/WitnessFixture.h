@@ -21,6 +21,7 @@ using ClosedRelays = std::set<std::pair<int, int>>;
 struct WitnessLog {
   ClosedRelays closed;         ///< in the end
   std::size_t mostClosed = 0;  ///< at any time
+  bool terminated = false;     ///< the terminating resistor was on at any time
   int loaded = 0;              ///< how many processes loaded the driver
   long calls = 0;              ///< calls of the process that ended last
 
@@ -41,6 +42,7 @@ struct WitnessLog {
     words >> first >> second >> third;
     if (function == "loaded") ++loaded;
     if (function == "bus_write") Write(first, third);
+    terminated = terminated || (function == "relay_set" && third == 1);
     if (function == "relay_set") Set({-1 - first, second}, third == 1);
     mostClosed = std::max(mostClosed, closed.size());
   }
@@ -89,10 +91,16 @@ class WitnessBench : public testing::Test {
   std::map<std::string, std::string> environment_;
 
  private:
-  /// Nothing is connected: the expectation needs no known-good device.
+  /// Nothing is connected: the expectation needs no known-good device. It has a terminating resistor.
   void Learn() {
     const ProcessResult result = Kxbench({"learn", "--channels", "40-56", "a.dat"}).Run();
     EXPECT_EQ(result.status, 0) << result.errors;
+    std::string text = folder_.Read("a.dat");
+    for (const std::string key : {"LASTRELAISKARTE=", "LASTRELAIS="}) {
+      const std::size_t value = text.find(key) + key.size();
+      text.replace(value, text.find_first_of("\r\n", value) - value, "2");
+    }
+    folder_.Write("a.dat", text);
     ForgetLog();
   }
 };
