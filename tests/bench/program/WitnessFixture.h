@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -76,7 +78,9 @@ class WitnessBench : public testing::Test {
     process.environment["WITNESS_LOG"] = (folder_.Path() / "log").string();
     process.environment["LC_ALL"] = "C";
 #ifdef _WIN32
-    process.environment["PATH"] = WITNESS_FOLDER;
+    // Before what the libraries of the plug-in are found in.
+    const char* const path = std::getenv("PATH");
+    process.environment["PATH"] = WITNESS_FOLDER + std::string(";") + (path == nullptr ? "" : path);
 #else
     process.environment["LD_LIBRARY_PATH"] = WITNESS_FOLDER;
 #endif
