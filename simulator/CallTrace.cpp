@@ -6,11 +6,12 @@
 namespace simulator {
 namespace {
 
-std::FILE* OpenForWriting(const std::filesystem::path& path) {
+std::FILE* OpenForWriting(const std::filesystem::path& path, CallTrace::Start start) {
+  const bool anew = start == CallTrace::Start::Anew;
 #ifdef _WIN32
-  return _wfopen(path.c_str(), L"wb");
+  return _wfopen(path.c_str(), anew ? L"wb" : L"ab");
 #else
-  return std::fopen(path.c_str(), "wb");
+  return std::fopen(path.c_str(), anew ? "wb" : "ab");
 #endif
 }
 
@@ -47,8 +48,8 @@ void AppendQuoted(std::string& line, std::string_view text) {
 
 }  // namespace
 
-std::optional<CallTrace> CallTrace::Open(const std::filesystem::path& path) {
-  std::FILE* file = OpenForWriting(path);
+std::optional<CallTrace> CallTrace::Open(const std::filesystem::path& path, Start start) {
+  std::FILE* file = OpenForWriting(path, start);
   return file != nullptr ? std::optional(CallTrace(file)) : std::nullopt;
 }
 

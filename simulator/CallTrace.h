@@ -15,8 +15,13 @@ namespace simulator {
 /// program loses none. Its form is described in docs/device-description.md.
 class CallTrace {
  public:
-  /// Starts the file anew; no value when it cannot be opened.
-  static std::optional<CallTrace> Open(const std::filesystem::path& path);
+  enum class Start {
+    Anew,      ///< what the file held is gone
+    Appended,  ///< to what it holds
+  };
+
+  /// Opens the file; no value when it cannot be opened.
+  static std::optional<CallTrace> Open(const std::filesystem::path& path, Start start = Start::Anew);
 
   /// "NAME ARGUMENT... -> RESULT"
   void Call(std::string_view name, std::initializer_list<std::int32_t> arguments, std::int32_t result);

@@ -10,6 +10,7 @@ namespace {
 
 constexpr const char* DeviceVariable = "BRENMOR_DEVICE";
 constexpr const char* TraceVariable = "BRENMOR_TRACE";
+constexpr const char* AppendVariable = "BRENMOR_TRACE_APPEND";
 
 // Made when the library is loaded and freed when it is unloaded: after everything that was linked against
 // it, so that calls from the callers' own clean-up still find it.
@@ -67,7 +68,9 @@ Tester& LoadedTester::Ready() {
 void LoadedTester::StartTrace() {
   const std::optional<std::string> fileName = shorttest::EnvironmentVariable(TraceVariable);
   if (!fileName) return;
-  trace_ = CallTrace::Open(shorttest::PathFromUtf8(*fileName));
+  const bool append = shorttest::EnvironmentVariable(AppendVariable).value_or("") == "1";
+  trace_ = CallTrace::Open(shorttest::PathFromUtf8(*fileName),
+                           append ? CallTrace::Start::Appended : CallTrace::Start::Anew);
   if (trace_) return;
   traceError_ = std::string(TraceVariable) + ": " + *fileName + " cannot be opened for writing";
   MakeUnusable(traceError_);

@@ -19,8 +19,8 @@ namespace simulator {
 /// texts handed out, the time.
 ///
 /// The first driver call reads the environment: BRENMOR_DEVICE names the device description (unless a device
-/// was loaded before), BRENMOR_TRACE the file for the trace. If either is unusable, every call fails with
-/// the reason.
+/// was loaded before), BRENMOR_TRACE the file for the trace, which BRENMOR_TRACE_APPEND=1 appends to what it
+/// holds. If either file is unusable, every call fails with the reason.
 class LoadedTester {
  public:
   /// The one of this library.

@@ -11,7 +11,6 @@
 namespace kxbench {
 
 ExitStatus RunBench(std::vector<std::string> arguments) {
-  const InterruptWatch watch;
   const CommandList commands = AllCommands();
   const auto parsed = ParseCommandLine(std::move(arguments), commands);
   if (const auto* information = std::get_if<Information>(&parsed)) {

@@ -7,7 +7,8 @@
 
 namespace kxbench {
 
-/// Does what the command line asks. Throws what keeps it from running, Failure for what it foresees.
+/// Does what the command line asks, while an InterruptWatch lives. Throws what keeps it from running, Failure
+/// for what it foresees.
 ExitStatus RunBench(std::vector<std::string> arguments);
 
 }  // namespace kxbench

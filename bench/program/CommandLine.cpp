@@ -27,7 +27,8 @@ Exit status:
   Where several apply, 2 goes before 3 and 3 before 1: a script with findings that is then
   cancelled ends with 3.
 
-Ctrl-C, SIGTERM and SIGHUP press the cancel button; relays are opened before the program ends.)";
+Ctrl-C, SIGTERM and SIGHUP press the cancel button, also that of the editor dialog; relays are
+opened before the program ends. A second one ends it though its output is not read.)";
 
 /// A command with all that it takes.
 struct DeclaredCommand {

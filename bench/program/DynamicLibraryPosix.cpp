@@ -4,6 +4,7 @@
 
 #include "bench/program/DynamicLibrary.h"
 #include "bench/program/Failure.h"
+#include "bench/program/Guard.h"
 #include "bench/program/System.h"
 
 namespace kxbench {
@@ -24,6 +25,7 @@ DynamicLibrary::DynamicLibrary(const std::string& what, const std::filesystem::p
     if (reason.starts_with(name + ": ")) reason.erase(0, name.size() + 2);
     throw Failure("cannot load " + what + " " + name + ": " + reason);
   }
+  TellGuardOfDriver();
 }
 
 DynamicLibrary::~DynamicLibrary() {

@@ -10,6 +10,7 @@
 
 #include "bench/program/DynamicLibrary.h"
 #include "bench/program/Failure.h"
+#include "bench/program/Guard.h"
 #include "bench/program/System.h"
 
 namespace kxbench {
@@ -35,6 +36,7 @@ DynamicLibrary::DynamicLibrary(const std::string& what, const std::filesystem::p
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   handle_ = LoadLibraryExW(file_.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
   if (handle_ == nullptr) throw Failure("cannot load " + what + " " + name + ": " + Reason(GetLastError()));
+  TellGuardOfDriver();
 }
 
 DynamicLibrary::~DynamicLibrary() {

@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "framework/kxscript.h"
+#include "ui/terminal/Printable.h"
 
 namespace kxbench {
 
@@ -22,7 +23,7 @@ std::string OneLine(const std::string& text) {
       line += c;
     }
   }
-  return line;
+  return Printable(line);
 }
 
 std::string CurrentExceptionText() {

@@ -12,7 +12,8 @@ class Failure : public std::runtime_error {
   explicit Failure(const std::string& line);
 };
 
-/// `text` on one line: line ends and what surrounds them become one blank.
+/// `text` on one line and printable: line ends and what surrounds them become one blank. What it says may
+/// come from a driver or a file.
 std::string OneLine(const std::string& text);
 
 /// What the exception says that is being handled; for one that says nothing, that it was of an unknown kind.

@@ -4,20 +4,31 @@
 #include "bench/program/System.h"
 #include "framework/kxcomponents.h"
 #include "ui/terminal/Interrupt.h"
+#include "ui/terminal/Printable.h"
 
 namespace kxbench {
+
+namespace {
+
+template <typename Function>
+Function Exported(const DynamicLibrary& library, const char* name) {
+  const auto function = library.Find<Function>(name);
+  if (function == nullptr)
+    throw Failure(Utf8FromPath(library.File()) + " is no user interface: it does not export " + name);
+  return function;
+}
+
+}  // namespace
 
 WindowUserInterface::WindowUserInterface()
     : library_("the window user interface", ProgramFolder() / LibraryFileName("kxui_wx", LibraryPrefix::Lib),
                DynamicLibrary::Unload::Never) {
-  const auto create = library_.Find<KxCreateUserInterface>(KxCreateUserInterfaceName);
-  destroy_ = library_.Find<KxDestroyUserInterface>(KxDestroyUserInterfaceName);
-  if (create == nullptr || destroy_ == nullptr) {
-    throw Failure(Utf8FromPath(library_.File()) + " is no user interface: it does not export " +
-                  (create == nullptr ? KxCreateUserInterfaceName : KxDestroyUserInterfaceName));
-  }
+  const auto create = Exported<KxCreateUserInterface>(library_, KxCreateUserInterfaceName);
+  const auto closeOnInterrupt = Exported<KxCloseOnInterrupt>(library_, KxCloseOnInterruptName);
+  destroy_ = Exported<KxDestroyUserInterface>(library_, KxDestroyUserInterfaceName);
   userInterface_ = create();
   if (userInterface_ == nullptr) throw Failure("cannot show windows: no display can be reached");
+  closeOnInterrupt(userInterface_, InterruptWatch::Interrupted);
 }
 
 WindowUserInterface::~WindowUserInterface() { destroy_(userInterface_); }
@@ -55,7 +66,8 @@ Interaction::~Interaction() { SetApplication(nullptr); }
 
 void Interaction::Tell(const std::string& line) {
   HideProgress();
-  terminal_->Write("kxbench: " + line + "\n");
+  terminal_->Write("kxbench: " + Printable(line) + "\n");
+  terminal_->Settle();
 }
 
 void Interaction::HideProgress() {

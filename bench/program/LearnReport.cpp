@@ -2,6 +2,7 @@
 
 #include "bench/program/ChannelText.h"
 #include "bench/program/Table.h"
+#include "ui/terminal/Printable.h"
 
 namespace kxbench {
 
@@ -32,7 +33,7 @@ std::string LearnReport(const std::string& file, const LearnSummary& summary,
                         const wiring::ChannelNames& names) {
   const std::int32_t channels = summary.lastChannel - summary.firstChannel + 1;
   std::string report = "Learned " + std::to_string(channels) + (channels == 1 ? " channel" : " channels") +
-                       " into " + file + "\n\n";
+                       " into " + Printable(file) + "\n\n";
   report +=
       Entry("Channels", std::to_string(summary.firstChannel) + " to " + std::to_string(summary.lastChannel));
   report += Entry("Nets", std::to_string(summary.nets.size()));

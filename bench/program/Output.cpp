@@ -1,19 +1,19 @@
 #include "bench/program/Output.h"
 
-#include <cerrno>
-#include <cstdio>
 #include <system_error>
 
-#include "bench/program/Failure.h"
+#include "bench/program/System.h"
+#include "ui/terminal/Interrupt.h"
 
 namespace kxbench {
 
+StandardOutput::StandardOutput() : writer_(WriteToOutput) {}
+
 void StandardOutput::Write(const std::string& text) {
-  const bool written =
-      std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-  if (!written) {
-    throw Failure("cannot write to standard output: " + std::generic_category().message(errno));
-  }
+  writer_.Post(text, BackgroundWriter::Kind::Awaited);
+  if (!writer_.Wait(InterruptWatch::Insisted)) throw OutputAbandoned();
+  const int error = writer_.Error();
+  if (error != 0) throw Failure("cannot write to standard output: " + std::generic_category().message(error));
 }
 
 }  // namespace kxbench

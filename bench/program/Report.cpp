@@ -5,6 +5,7 @@
 
 #include "bench/program/Table.h"
 #include "text/NumberText.h"
+#include "ui/terminal/Printable.h"
 
 namespace kxbench {
 
@@ -107,7 +108,7 @@ std::string VerdictLine(ExitStatus status, const std::string& rest, bool colours
   };
   const Look look = lookOf(status);
   const std::string word = colours ? look.colour + std::string(look.word) + "\x1b[0m" : look.word;
-  return word + ": " + rest + "\n";
+  return word + ": " + Printable(rest) + "\n";
 }
 
 std::string StepVerdict(const StepResult& result, std::size_t findings) {
@@ -156,7 +157,7 @@ std::string StepReport(const ScriptStep& step, const StepResult& result, bool co
     }
   }
 
-  std::string report = (step.where.empty() ? "" : step.where + ": ") + step.call + "\n\n";
+  std::string report = Printable((step.where.empty() ? "" : step.where + ": ") + step.call) + "\n\n";
   if (!findings.empty()) report += FindingsTable(findings, names) + "\n";
   if (!values.empty()) report += ValuesTable(values) + "\n";
   // A wrong count is the sum of the findings above; it is one of its own only where they were not reported.
@@ -196,9 +197,12 @@ void ReportPrinter::RunEnded(const std::vector<ExitStatus>& results, std::size_t
 RecordPrinter::RecordPrinter(Output& output, std::function<void()> beforeOutput)
     : output_(output), beforeOutput_(std::move(beforeOutput)) {}
 
-void RecordPrinter::RecordReceived(const Record& record) {
+void RecordPrinter::StepEnded(const ScriptStep&, const StepResult& result) {
+  std::string lines;
+  for (const Record& record : result.records) lines += record.line + "\n";
+  if (lines.empty()) return;
   beforeOutput_();
-  output_.Write(record.line + "\n");
+  output_.Write(lines);
 }
 
 }  // namespace kxbench

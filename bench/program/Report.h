@@ -37,12 +37,12 @@ class ReportPrinter : public RunObserver {
   bool first_ = true;
 };
 
-/// Prints the records alone, as they come.
+/// Prints the records alone, those of a step when it has ended: while it runs, relays are closed.
 class RecordPrinter : public RunObserver {
  public:
   RecordPrinter(Output& output, std::function<void()> beforeOutput);
 
-  void RecordReceived(const Record& record) override;
+  void StepEnded(const ScriptStep& step, const StepResult& result) override;
 
  private:
   Output& output_;

@@ -5,6 +5,7 @@
 #include "bench/program/DeviceHint.h"
 #include "bench/program/ExpectationGate.h"
 #include "bench/program/Extension.h"
+#include "bench/program/Guard.h"
 #include "bench/program/HostSetup.h"
 #include "bench/program/Interaction.h"
 #include "bench/program/Output.h"
@@ -29,6 +30,15 @@ std::unique_ptr<RunObserver> PrinterOf(const RunOptions& options, Output& output
                                          wiring::ChannelNames(project.IniFile()), clearTerminal);
 }
 
+void TellGuardOfFiles(const Script& script) {
+  for (const ScriptStep& step : script) {
+    for (const TKXPrototypeParam& parameter : step.command->Parameters()) {
+      if (parameter.type != "String") continue;
+      TellGuardOfExpectation(TStringValue::GetVal(step.params->GetValue(parameter.name)));
+    }
+  }
+}
+
 }  // namespace
 
 void RunOptions::DeclareIn(OptionList& list) {
@@ -39,6 +49,7 @@ void RunOptions::DeclareIn(OptionList& list) {
 ExitStatus RunScript(const CommonOptions& common, const RunOptions& options, const std::string& file,
                      const ScriptSource& source) {
   HostSetup host(common, file);
+  EnterGuard();
   Interaction interaction(SurfaceOf(common.progress), std::nullopt);
   StandardOutput output;
   const auto printer = PrinterOf(options, output, interaction, host.CurrentProject());
@@ -58,6 +69,7 @@ ExitStatus RunScript(const CommonOptions& common, const RunOptions& options, con
   const Script script = source([&](const std::string& name) { return extension.FindCommand(name); },
                                host.Parser().GetEnvironment());
   gate.AdmitScript(script);
+  TellGuardOfFiles(script);
   return run.Run(script);
 }
 

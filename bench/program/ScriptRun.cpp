@@ -40,16 +40,12 @@ ExitStatus StepResult::Status() const {
 }
 
 RunObserver::~RunObserver() = default;
-void RunObserver::RecordReceived(const Record&) {}
 void RunObserver::StepEnded(const ScriptStep&, const StepResult&) {}
 void RunObserver::RunEnded(const std::vector<ExitStatus>&, std::size_t) {}
 
 ScriptRun::ScriptRun(RunHost host, RunObserver& observer) : host_(std::move(host)), observer_(observer) {}
 
-void ScriptRun::Receive(const std::string& line) {
-  records_.push_back(ParseRecord(line));
-  observer_.RecordReceived(records_.back());
-}
+void ScriptRun::Receive(const std::string& line) { records_.push_back(ParseRecord(line)); }
 
 StepResult ScriptRun::RunStep(const ScriptStep& step) {
   records_.clear();

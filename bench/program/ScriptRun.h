@@ -32,9 +32,6 @@ class RunObserver {
  public:
   virtual ~RunObserver();
 
-  /// A record came; called during the sender's call. What it throws comes back from ScriptRun::Run.
-  virtual void RecordReceived(const Record& record);
-
   virtual void StepEnded(const ScriptStep& step, const StepResult& result);
 
   /// `results` has those of the steps that were started; `left` steps were not.

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "text/Paths.h"
@@ -18,6 +19,12 @@ std::vector<std::string> Utf8Arguments(int argc, char** argv);
 /// The folder that the running program's file lies in. Throws Failure when the system does not tell.
 std::filesystem::path ProgramFolder();
 
+#ifdef _WIN32
+/// The file of a library in memory, by its handle; null for the program. Throws Failure when the system does
+/// not tell.
+std::filesystem::path LoadedFile(void* library);
+#endif
+
 /// Sets a variable of this process's environment, for libraries loaded later too.
 void SetEnvironment(const std::string& name, const std::string& value);
 
@@ -26,8 +33,16 @@ void SetEnvironment(const std::string& name, const std::string& value);
 /// which a library does not say itself where to look.
 void AddLibraryFolders(const std::filesystem::path& first, const std::filesystem::path& last);
 
+/// Writes all of `text` to standard output, however long its reader takes; gives 0 or the system's error
+/// number.
+int WriteToOutput(std::string_view text);
+
 /// True when standard output is a terminal that shows colours, and the user did not refuse them (NO_COLOR).
 bool OutputShowsColours();
+
+/// Opens what the program was started without of standard input, output and error, so that no other file gets
+/// its place; reading and writing there still fail. The first thing to call.
+void OpenStandardStreams();
 
 /// Lets the console show the UTF-8 that the program writes, where it needs to be told.
 void PrepareConsole();

@@ -1,5 +1,8 @@
+#include <fcntl.h>
 #include <unistd.h>
 
+#include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <string>
 #include <system_error>
@@ -27,11 +30,30 @@ void SetEnvironment(const std::string& name, const std::string& value) {
 /// Libraries carry their own run path here.
 void AddLibraryFolders(const std::filesystem::path&, const std::filesystem::path&) {}
 
+int WriteToOutput(std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return errno;
+    text.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return 0;
+}
+
 bool OutputShowsColours() {
   const char* refused = std::getenv("NO_COLOR");
   const char* kind = std::getenv("TERM");
   const bool dumb = kind == nullptr || std::string(kind) == "dumb";
   return isatty(STDOUT_FILENO) == 1 && (refused == nullptr || *refused == '\0') && !dumb;
+}
+
+void OpenStandardStreams() {
+  // Each opened the wrong way round: results that are written must not vanish as if somebody had read them.
+  // The system gives out the lowest number that is free, so the order counts.
+  constexpr std::array<int, 3> ways = {O_WRONLY, O_RDONLY, O_RDONLY};
+  for (int stream = 0; stream < 3; ++stream) {
+    if (fcntl(stream, F_GETFD) < 0) open("/dev/null", ways.at(static_cast<std::size_t>(stream)));
+  }
 }
 
 void PrepareConsole() {}

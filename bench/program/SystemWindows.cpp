@@ -4,10 +4,13 @@
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
+#include <io.h>
 #include <windows.h>
 // shellapi.h needs windows.h first.
 #include <shellapi.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 
 #include "bench/program/Failure.h"
@@ -25,18 +28,21 @@ std::vector<std::string> Utf8Arguments(int, char**) {
   return arguments;
 }
 
-std::filesystem::path ProgramFolder() {
+std::filesystem::path LoadedFile(void* library) {
   std::wstring name(MAX_PATH, L'\0');
   for (;;) {
-    const DWORD length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
-    if (length == 0) throw Failure("cannot find the program's own folder");
+    const DWORD length =
+        GetModuleFileNameW(static_cast<HMODULE>(library), name.data(), static_cast<DWORD>(name.size()));
+    if (length == 0) throw Failure("cannot find a file of the program's own");
     if (length < name.size()) {
       name.resize(length);
-      return std::filesystem::path(name).parent_path();
+      return std::filesystem::path(name);
     }
     name.resize(name.size() * 2);
   }
 }
+
+std::filesystem::path ProgramFolder() { return LoadedFile(nullptr).parent_path(); }
 
 void SetEnvironment(const std::string& name, const std::string& value) {
   // The C library's call: it changes the system's environment and its own copy, which getenv reads.
@@ -54,12 +60,25 @@ void AddLibraryFolders(const std::filesystem::path& first, const std::filesystem
   if (_wputenv_s(L"PATH", path.c_str()) != 0) throw Failure("cannot set the variable PATH");
 }
 
+int WriteToOutput(std::string_view text) {
+  // Line by line: the C library gives lines their end, and counts it.
+  while (!text.empty()) {
+    const std::size_t line = std::min(text.find('\n'), text.size() - 1) + 1;
+    if (_write(1, text.data(), static_cast<unsigned>(line)) < 0) return errno;
+    text.remove_prefix(line);
+  }
+  return 0;
+}
+
 bool OutputShowsColours() {
   const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
   DWORD mode = 0;
   if (GetConsoleMode(output, &mode) == 0 || std::getenv("NO_COLOR") != nullptr) return false;
   return SetConsoleMode(output, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
+
+/// A stream is no number here that another file could get.
+void OpenStandardStreams() {}
 
 void PrepareConsole() { SetConsoleOutputCP(CP_UTF8); }
 

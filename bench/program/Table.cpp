@@ -5,6 +5,8 @@
 #include <charconv>
 #include <utility>
 
+#include "ui/terminal/Printable.h"
+
 namespace kxbench {
 
 namespace {
@@ -76,7 +78,10 @@ std::string FixedNumber(double value, int decimals) {
 Table::Table(std::vector<Align> columns, std::size_t firstWidth)
     : columns_(std::move(columns)), firstWidth_(firstWidth) {}
 
-void Table::AddRow(std::vector<std::string> cells) { rows_.push_back(std::move(cells)); }
+void Table::AddRow(std::vector<std::string> cells) {
+  for (std::string& cell : cells) cell = Printable(cell);
+  rows_.push_back(std::move(cells));
+}
 
 std::string Table::Text(std::size_t indent) const {
   std::vector<std::size_t> widths(columns_.size(), 0);

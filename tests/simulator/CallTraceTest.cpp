@@ -53,6 +53,12 @@ TEST_F(TraceFile, StartsAnew) {
   EXPECT_EQ(Text(), "# new\n");
 }
 
+TEST_F(TraceFile, IsAppendedToWhenAsked) {
+  CallTrace::Open(path_)->Comment("before");
+  CallTrace::Open(path_, CallTrace::Start::Appended)->Comment("after");
+  EXPECT_EQ(Text(), "# before\n# after\n");
+}
+
 TEST_F(TraceFile, CannotBeAFolder) {
   EXPECT_FALSE(CallTrace::Open(std::filesystem::path(testing::TempDir())));
 }

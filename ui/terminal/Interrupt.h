@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 namespace kxbench {
 
 /// Takes note of the user's and the system's wish to end the program instead of ending it on the spot, which
@@ -15,6 +17,16 @@ class InterruptWatch {
 
   /// True from the first interrupt on, for as long as the watch lives.
   static bool Interrupted();
+
+  /// True from the second on: the user will not wait for anything but the relays.
+  static bool Insisted();
+
+  /// Counts as an interrupt, for one that reaches the program another way. From any thread.
+  static void Interrupt();
 };
+
+/// Starts a thread that no signal is delivered to: they are for the main thread, whose waiting they end. The
+/// thread is left to itself.
+void StartUnsignalled(std::function<void()> work);
 
 }  // namespace kxbench

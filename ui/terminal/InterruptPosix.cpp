@@ -2,6 +2,8 @@
 
 #include <array>
 #include <atomic>
+#include <thread>
+#include <utility>
 
 #include "ui/terminal/Interrupt.h"
 
@@ -9,10 +11,10 @@ namespace kxbench {
 
 namespace {
 
-std::atomic<bool> interrupted = false;
-static_assert(std::atomic<bool>::is_always_lock_free, "the signal handler must not take a lock");
+std::atomic<int> interrupts = 0;
+static_assert(std::atomic<int>::is_always_lock_free, "the signal handler must not take a lock");
 
-extern "C" void NoteInterrupt(int) { interrupted.store(true); }
+extern "C" void NoteInterrupt(int) { interrupts.fetch_add(1); }
 
 struct Treatment {
   int signal;
@@ -34,14 +36,28 @@ void Install(Treatment& treatment) {
 }  // namespace
 
 InterruptWatch::InterruptWatch() {
-  interrupted.store(false);
+  interrupts.store(0);
   for (Treatment& treatment : treatments) Install(treatment);
 }
 
 InterruptWatch::~InterruptWatch() {
+  interrupts.store(0);
   for (const Treatment& treatment : treatments) sigaction(treatment.signal, &treatment.earlier, nullptr);
 }
 
-bool InterruptWatch::Interrupted() { return interrupted.load(); }
+bool InterruptWatch::Interrupted() { return interrupts.load() > 0; }
+
+bool InterruptWatch::Insisted() { return interrupts.load() > 1; }
+
+void InterruptWatch::Interrupt() { interrupts.fetch_add(1); }
+
+void StartUnsignalled(std::function<void()> work) {
+  sigset_t all;
+  sigset_t before;
+  sigfillset(&all);
+  pthread_sigmask(SIG_SETMASK, &all, &before);  // the thread inherits it
+  std::thread(std::move(work)).detach();
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
 
 }  // namespace kxbench

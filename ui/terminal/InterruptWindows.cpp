@@ -7,6 +7,8 @@
 #include <windows.h>
 
 #include <atomic>
+#include <thread>
+#include <utility>
 
 #include "ui/terminal/Interrupt.h"
 
@@ -14,11 +16,11 @@ namespace kxbench {
 
 namespace {
 
-std::atomic<bool> interrupted = false;
+std::atomic<int> interrupts = 0;
 
 /// Runs on a thread of the system's.
 BOOL WINAPI NoteInterrupt(DWORD event) {
-  interrupted.store(true);
+  interrupts.fetch_add(1);
   // The system ends the program as soon as this returns from one of the closing events. It waits a few
   // seconds at most, which is time for the main thread to open the relays and end by itself.
   const bool closing =
@@ -30,12 +32,21 @@ BOOL WINAPI NoteInterrupt(DWORD event) {
 }  // namespace
 
 InterruptWatch::InterruptWatch() {
-  interrupted.store(false);
+  interrupts.store(0);
   SetConsoleCtrlHandler(NoteInterrupt, TRUE);
 }
 
-InterruptWatch::~InterruptWatch() { SetConsoleCtrlHandler(NoteInterrupt, FALSE); }
+InterruptWatch::~InterruptWatch() {
+  interrupts.store(0);
+  SetConsoleCtrlHandler(NoteInterrupt, FALSE);
+}
 
-bool InterruptWatch::Interrupted() { return interrupted.load(); }
+bool InterruptWatch::Interrupted() { return interrupts.load() > 0; }
+
+bool InterruptWatch::Insisted() { return interrupts.load() > 1; }
+
+void InterruptWatch::Interrupt() { interrupts.fetch_add(1); }
+
+void StartUnsignalled(std::function<void()> work) { std::thread(std::move(work)).detach(); }
 
 }  // namespace kxbench

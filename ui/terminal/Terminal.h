@@ -12,9 +12,18 @@ class Terminal {
  public:
   virtual ~Terminal() = default;
 
-  /// Writes UTF-8 text to standard error at once. A terminal that is gone is passed over: what runs must
-  /// still reach its end.
+  /// Writes UTF-8 text to standard error; the order of what is written stays. A terminal that is gone is
+  /// passed over: what runs must still reach its end.
   virtual void Write(std::string_view text) = 0;
+
+  /// Writes what only shows how far something is: it may get lost.
+  virtual void Draw(std::string_view text) = 0;
+
+  /// True when it has taken what was written so far. What is only to show progress is left out until then.
+  virtual bool Ready() const = 0;
+
+  /// Waits a little for the terminal to take what was written, for what is written elsewhere to come later.
+  virtual void Settle() = 0;
 
   /// True when a line that was written can be overwritten: standard error is a terminal, and no dumb one.
   virtual bool CanRedraw() const = 0;
@@ -33,7 +42,7 @@ class Terminal {
   virtual std::optional<std::string> ReadLine() = 0;
 };
 
-/// The terminal that the program was started in.
+/// The terminal that the program was started in. Writing to it never waits for it.
 std::unique_ptr<Terminal> OpenTerminal();
 
 }  // namespace kxbench

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "ui/terminal/Interrupt.h"
+#include "ui/terminal/PatientTerminal.h"
 #include "ui/terminal/Terminal.h"
 
 namespace kxbench {
@@ -71,6 +72,10 @@ class PosixTerminal : public Terminal {
     }
   }
 
+  void Draw(std::string_view text) override { Write(text); }
+  bool Ready() const override { return true; }
+  void Settle() override {}
+
   bool CanRedraw() const override { return isatty(STDERR_FILENO) == 1 && Environment("TERM") != "dumb"; }
   bool CanAsk() const override { return isatty(STDIN_FILENO) == 1 && isatty(STDERR_FILENO) == 1; }
   bool ShowsUnicode() const override { return LocaleIsUtf8(); }
@@ -98,6 +103,8 @@ class PosixTerminal : public Terminal {
 
 }  // namespace
 
-std::unique_ptr<Terminal> OpenTerminal() { return std::make_unique<PosixTerminal>(); }
+std::unique_ptr<Terminal> OpenTerminal() {
+  return std::make_unique<PatientTerminal>(std::make_unique<PosixTerminal>());
+}
 
 }  // namespace kxbench

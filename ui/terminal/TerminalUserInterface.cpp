@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "ui/terminal/ButtonNames.h"
+#include "ui/terminal/Printable.h"
 #include "ui/terminal/ProgressText.h"
 
 namespace kxbench {
@@ -42,7 +43,7 @@ class TerminalProgress : public ProgressDialog {
     Erase();
     if (linesWritten_) {
       state_.seconds = Elapsed();
-      Write(ProgressLineText(state_) + ", ended\n");
+      Draw(ProgressLineText(state_) + ", ended\n");
     }
     userInterface_.shown_ = nullptr;
   }
@@ -70,7 +71,7 @@ class TerminalProgress : public ProgressDialog {
 
   /// Shows what has changed since, the time included, if it is time for that.
   void Update() {
-    if (!visible_ || userInterface_.style_ == ProgressStyle::Silent) return;
+    if (!visible_ || userInterface_.style_ == ProgressStyle::Silent || !Ready()) return;
     const double now = Now();
     if (redraws_) {
       if (!drawn_ || now - lastWritten_ >= SecondsBetweenRedraws) Redraw();
@@ -82,7 +83,7 @@ class TerminalProgress : public ProgressDialog {
 
   void Erase() {
     if (!drawn_) return;
-    Write(EraseLine);
+    Draw(EraseLine);
     drawn_ = false;
     text_.clear();
   }
@@ -90,7 +91,8 @@ class TerminalProgress : public ProgressDialog {
  private:
   double Now() const { return userInterface_.seconds_(); }
   double Elapsed() const { return Now() - started_; }
-  void Write(std::string_view text) { userInterface_.terminal_.Write(text); }
+  void Draw(std::string_view text) { userInterface_.terminal_.Draw(text); }
+  bool Ready() const { return userInterface_.terminal_.Ready(); }
 
   void Redraw() {
     const Terminal& terminal = userInterface_.terminal_;
@@ -99,7 +101,7 @@ class TerminalProgress : public ProgressDialog {
     // One column stays free: writing into the last one moves some terminals on to the next line.
     std::string text = ProgressBarText(state_, terminal.Columns() - 1, terminal.ShowsUnicode());
     if (drawn_ && text == text_) return;
-    Write("\r" + text + "\x1b[K");
+    Draw("\r" + text + "\x1b[K");
     text_ = std::move(text);
     drawn_ = true;
   }
@@ -108,7 +110,7 @@ class TerminalProgress : public ProgressDialog {
     lastWritten_ = Now();
     lastFraction_ = state_.fraction;
     state_.seconds = Elapsed();
-    Write(ProgressLineText(state_) + "\n");
+    Draw(ProgressLineText(state_) + "\n");
     linesWritten_ = true;
   }
 
@@ -137,7 +139,7 @@ void TerminalUserInterface::ProcessMessages() {
 
 int TerminalUserInterface::ShowMessage(const MessageBoxRequest& request) {
   HideProgress();
-  terminal_.Write(request.text + "\n");
+  terminal_.Write(Printable(request.text) + "\n");
   const int closing = ClosingButton(request.buttons);
   if (request.buttons.size() <= 1) return closing;
   if (!terminal_.CanAsk()) {
@@ -165,7 +167,9 @@ TaskWindowList TerminalUserInterface::DisableTaskWindows(WindowHandle) { return 
 void TerminalUserInterface::EnableTaskWindows(const TaskWindowList&) {}
 
 void TerminalUserInterface::HideProgress() {
-  if (shown_ != nullptr) shown_->Erase();
+  if (shown_ == nullptr) return;
+  shown_->Erase();
+  terminal_.Settle();
 }
 
 }  // namespace kxbench

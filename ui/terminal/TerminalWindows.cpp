@@ -9,6 +9,7 @@
 #include <array>
 
 #include "ui/terminal/Interrupt.h"
+#include "ui/terminal/PatientTerminal.h"
 #include "ui/terminal/Terminal.h"
 
 namespace kxbench {
@@ -55,6 +56,10 @@ class WindowsTerminal : public Terminal {
     }
   }
 
+  void Draw(std::string_view text) override { Write(text); }
+  bool Ready() const override { return true; }
+  void Settle() override {}
+
   bool CanRedraw() const override { return redraws_; }
   bool CanAsk() const override { return IsConsole(input_) && IsConsole(error_); }
   bool ShowsUnicode() const override { return true; }
@@ -90,6 +95,8 @@ class WindowsTerminal : public Terminal {
 
 }  // namespace
 
-std::unique_ptr<Terminal> OpenTerminal() { return std::make_unique<WindowsTerminal>(); }
+std::unique_ptr<Terminal> OpenTerminal() {
+  return std::make_unique<PatientTerminal>(std::make_unique<WindowsTerminal>());
+}
 
 }  // namespace kxbench

@@ -114,13 +114,25 @@ class NativeButtons {
   int closeResult_;
 };
 
+int openBoxes = 0;
+
+struct OpenBox {
+  OpenBox() { ++openBoxes; }
+  ~OpenBox() { --openBoxes; }
+  OpenBox(const OpenBox&) = delete;
+  OpenBox& operator=(const OpenBox&) = delete;
+};
+
 }  // namespace
+
+bool MessageBoxIsOpen() { return openBoxes > 0; }
 
 int ShowMessageBox(const MessageBoxRequest& request) {
   const NativeButtons buttons(request.buttons);
   wxMessageDialog box(nullptr, wxString::FromUTF8(request.text), Title(request.kind),
                       buttons.Style() | IconStyle(request.kind) | wxCENTRE);
   buttons.SetLabels(box);
+  const OpenBox open;
   return buttons.ResultOf(box.ShowModal());
 }
 

@@ -8,4 +8,7 @@ namespace kxbench {
 /// and throws std::invalid_argument for any other number. The first button is the default.
 int ShowMessageBox(const MessageBoxRequest& request);
 
+/// True while a box is shown.
+bool MessageBoxIsOpen();
+
 }  // namespace kxbench

@@ -11,4 +11,8 @@ UserInterface* kxCreateUserInterface() {
   }
 }
 
+void kxCloseOnInterrupt(UserInterface* userInterface, bool (*interrupted)()) {
+  static_cast<kxbench::WxUserInterface*>(userInterface)->CloseOnInterrupt(interrupted);
+}
+
 void kxDestroyUserInterface(UserInterface* userInterface) { delete userInterface; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contracts/UserInterface.h"
+#include "ui/wx/InterruptTimer.h"
 #include "ui/wx/TaskWindows.h"
 #include "ui/wx/Toolkit.h"
 
@@ -18,9 +19,13 @@ class WxUserInterface : public UserInterface {
   TaskWindowList DisableTaskWindows(WindowHandle except) override;
   void EnableTaskWindows(const TaskWindowList& windows) override;
 
+  /// See kxCloseOnInterrupt.
+  void CloseOnInterrupt(bool (*interrupted)()) { timer_.Watch(interrupted); }
+
  private:
   Toolkit toolkit_;
   TaskWindows taskWindows_;
+  InterruptTimer timer_;
 };
 
 }  // namespace kxbench

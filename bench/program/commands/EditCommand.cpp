@@ -4,6 +4,7 @@
 #include "bench/program/Commands.h"
 #include "bench/program/ExpectationGate.h"
 #include "bench/program/Extension.h"
+#include "bench/program/Guard.h"
 #include "bench/program/HostSetup.h"
 #include "bench/program/Interaction.h"
 #include "bench/program/Output.h"
@@ -30,9 +31,9 @@ class EditCommand : public Command {
   std::string Name() const override { return "edit"; }
   std::string Summary() const override { return "Open the editor dialog, on FILE or on a new expectation"; }
   std::string Notes() const override {
-    return "A FILE that does not exist is made when the dialog is closed with OK. The dialog is closed by "
-           "its own\n"
-           "buttons. When it was closed with OK, the command's script line is printed.";
+    return "A FILE that does not exist is made when the dialog is closed with OK. Ctrl-C, "
+           "SIGTERM and SIGHUP\n"
+           "press its cancel button. When it was closed with OK, the command's script line is printed.";
   }
 
   void Declare(OptionList& list) override {
@@ -43,6 +44,8 @@ class EditCommand : public Command {
   ExitStatus Run(const CommonOptions& common) override {
     const bool isNew = file_.empty() || IsNew(file_);
     HostSetup host(common, file_);
+    EnterGuard();
+    if (!isNew) TellGuardOfExpectation(file_);
     Interaction interaction(Surface::Windows, std::nullopt);
     RecordReceiver receiver([](const std::string&) {});
     const Extension extension(PluginFile(common.plugin), host.HostValues(receiver.Handle()));

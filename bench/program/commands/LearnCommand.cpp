@@ -3,6 +3,7 @@
 #include "bench/program/DeviceHint.h"
 #include "bench/program/DynamicLibrary.h"
 #include "bench/program/Failure.h"
+#include "bench/program/Guard.h"
 #include "bench/program/HostSetup.h"
 #include "bench/program/Interaction.h"
 #include "bench/program/LearnReport.h"
@@ -57,6 +58,8 @@ class LearnCommand : public Command {
     const std::optional<int> answer = NearThresholdAnswer(common);
     RequireSavable(file_);
     HostSetup host(common, file_);
+    EnterGuard();
+    TellGuardOfExpectation(file_);
     const wiring::ChannelNames names(host.CurrentProject().IniFile());
     Interaction interaction(SurfaceOf(common.progress), answer);
     const DynamicLibrary module("the learn module",

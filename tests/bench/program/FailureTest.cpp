@@ -14,6 +14,7 @@ TEST(OneLine, JoinsLines) {
   EXPECT_EQ(OneLine("\n\na"), "a");
   EXPECT_EQ(OneLine("a  b"), "a  b");
   EXPECT_EQ(OneLine(""), "");
+  EXPECT_EQ(OneLine("card\x1b[2J 2"), "card?[2J 2") << "a driver's text must not command the terminal";
 }
 
 std::string TextOf(const std::function<void()>& call) {

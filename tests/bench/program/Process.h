@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -19,7 +20,11 @@ struct Process {
   std::map<std::string, std::string> environment;  ///< added to the test's own
   std::string folder;                              ///< current folder; empty for the test's own
 #ifndef _WIN32
-  std::string outputFile;  ///< where standard output goes; empty to collect it
+  std::string outputFile;      ///< where standard output goes; empty to collect it
+  std::string errorFile;       ///< where standard error goes; empty to collect it
+  bool outputStuck = false;    ///< standard output is a full pipe that nobody reads
+  bool errorsUnread = false;   ///< standard error is a pipe whose reader has gone
+  bool streamsClosed = false;  ///< there is neither standard output nor standard error
 #endif
   bool outputUnread = false;  ///< standard output is a pipe whose reader has gone
 
@@ -27,6 +32,9 @@ struct Process {
   ProcessResult Run() const;
 
 #ifndef _WIN32
+  /// Starts the process and waits for its end; `idle` is called with its number about every ten milliseconds.
+  ProcessResult RunAnd(const std::function<void(int process)>& idle) const;
+
   /// Starts the process, sends `signal` once the file `when` holds text, and waits for its end.
   ProcessResult RunAndSignal(int signal, const std::string& when) const;
 #endif

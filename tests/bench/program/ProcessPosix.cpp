@@ -39,6 +39,14 @@ struct Pipe {
   int writing;
 };
 
+void FillUp(int pipe) {
+  fcntl(pipe, F_SETFL, O_NONBLOCK);
+  const std::array<char, 4096> nothing{};
+  while (write(pipe, nothing.data(), nothing.size()) > 0) {
+  }
+  fcntl(pipe, F_SETFL, 0);
+}
+
 [[noreturn]] void Become(const Process& process, const Pipe& output, const Pipe& errors) {
   if (!process.folder.empty() && chdir(process.folder.c_str()) != 0) _exit(126);
   for (const auto& [name, value] : process.environment) setenv(name.c_str(), value.c_str(), 1);
@@ -49,7 +57,19 @@ struct Pipe {
   const int file = process.outputFile.empty() ? collected : open(process.outputFile.c_str(), O_WRONLY);
   dup2(nothing, STDIN_FILENO);
   dup2(file, STDOUT_FILENO);
-  dup2(errors.writing, STDERR_FILENO);
+  const int collectedErrors = process.errorsUnread ? unread.writing : errors.writing;
+  dup2(process.errorFile.empty() ? collectedErrors : open(process.errorFile.c_str(), O_WRONLY | O_NOCTTY),
+       STDERR_FILENO);
+  Pipe stuck;
+  if (process.outputStuck) {
+    FillUp(stuck.writing);
+    dup2(stuck.writing, STDOUT_FILENO);
+    fcntl(stuck.reading, F_SETFD, 0);  // open as long as the process lives
+  }
+  if (process.streamsClosed) {
+    close(STDOUT_FILENO);
+    close(STDERR_FILENO);
+  }
 
   std::vector<std::string> words = process.arguments;
   words.insert(words.begin(), process.program);
@@ -61,8 +81,8 @@ struct Pipe {
 }
 
 /// Collects both streams until they end; calls `idle` about every ten milliseconds meanwhile.
-template <typename Idle>
-void Collect(const Pipe& output, const Pipe& errors, ProcessResult& result, pid_t child, Idle idle) {
+void Collect(const Pipe& output, const Pipe& errors, ProcessResult& result, pid_t child,
+             const std::function<void(int)>& idle) {
   std::array<pollfd, 2> streams = {{{output.reading, POLLIN, 0}, {errors.reading, POLLIN, 0}}};
   const std::array<std::string*, 2> texts = {&result.output, &result.errors};
   const auto deadline = Clock::now() + LongestRun;
@@ -71,7 +91,7 @@ void Collect(const Pipe& output, const Pipe& errors, ProcessResult& result, pid_
       kill(child, SIGKILL);
       return;
     }
-    idle();
+    idle(child);
     if (poll(streams.data(), streams.size(), 10) <= 0) continue;
     for (std::size_t i = 0; i < streams.size(); ++i) {
       if (streams[i].revents == 0) continue;
@@ -87,33 +107,32 @@ void Collect(const Pipe& output, const Pipe& errors, ProcessResult& result, pid_
   }
 }
 
-template <typename Idle>
-ProcessResult RunWith(const Process& process, Idle idle) {
+}  // namespace
+
+ProcessResult Process::RunAnd(const std::function<void(int)>& idle) const {
   Pipe output;
   Pipe errors;
   const pid_t child = fork();
   if (child < 0) throw std::system_error(errno, std::generic_category(), "fork");
-  if (child == 0) Become(process, output, errors);
+  if (child == 0) Become(*this, output, errors);
   output.CloseWriting();
   errors.CloseWriting();
 
   ProcessResult result{};
-  Collect(output, errors, result, child, [&] { idle(child); });
+  Collect(output, errors, result, child, idle);
   int status = 0;
   waitpid(child, &status, 0);
   result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
   return result;
 }
 
-}  // namespace
-
 ProcessResult Process::Run() const {
-  return RunWith(*this, [](pid_t) {});
+  return RunAnd([](int) {});
 }
 
 ProcessResult Process::RunAndSignal(int signal, const std::string& when) const {
   bool sent = false;
-  return RunWith(*this, [&](pid_t child) {
+  return RunAnd([&](int child) {
     std::error_code error;
     const auto size = std::filesystem::file_size(when, error);
     if (sent || error || size == 0) return;

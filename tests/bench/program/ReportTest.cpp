@@ -162,16 +162,17 @@ TEST(ReportPrinter, LeavesOutTheVerdictOverOne) {
   EXPECT_EQ(output.written, "");
 }
 
-TEST(RecordPrinter, PrintsRecordsAsTheyCome) {
+TEST(RecordPrinter, PrintsTheRecordsOfAStepAtOnceWhenItHasEnded) {
   TextOutput output;
   int cleared = 0;
   RecordPrinter printer(output, [&] { ++cleared; });
-  printer.RecordReceived(ParseRecord("Kurzschlusstest|0|0||0||"));
-  EXPECT_EQ(output.written, "Kurzschlusstest|0|0||0||\n");
+  printer.StepEnded(Step(), Result({"Verbindungstest|2|2||2||", "Kurzschlusstest|0|0||0||"}));
+  EXPECT_EQ(output.written, "Verbindungstest|2|2||2||\nKurzschlusstest|0|0||0||\n");
   EXPECT_EQ(cleared, 1);
-  printer.StepEnded(Step(), Result({"x"}));
+  printer.StepEnded(Step(), Result({}));
   printer.RunEnded({ExitStatus::NoFindings, ExitStatus::NoFindings}, 0);
-  EXPECT_EQ(output.written, "Kurzschlusstest|0|0||0||\n");
+  EXPECT_EQ(output.written, "Verbindungstest|2|2||2||\nKurzschlusstest|0|0||0||\n");
+  EXPECT_EQ(cleared, 1);
 }
 
 }  // namespace

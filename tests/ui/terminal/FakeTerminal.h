@@ -12,6 +12,9 @@ namespace kxbench {
 class FakeTerminal : public Terminal {
  public:
   void Write(std::string_view text) override { written += text; }
+  void Draw(std::string_view text) override { written += text; }
+  bool Ready() const override { return ready; }
+  void Settle() override {}
   bool CanRedraw() const override { return redraws; }
   bool CanAsk() const override { return asks; }
   bool ShowsUnicode() const override { return unicode; }
@@ -28,6 +31,7 @@ class FakeTerminal : public Terminal {
 
   std::string written;
   std::deque<std::string> answers;
+  bool ready = true;
   bool redraws = true;
   bool asks = true;
   bool unicode = false;

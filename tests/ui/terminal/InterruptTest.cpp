@@ -78,6 +78,15 @@ TEST(InterruptWatch, GivesTheEarlierTreatmentBack) {
 
 #endif
 
+TEST(InterruptWatch, TheSecondInsists) {
+  const InterruptWatch watch;
+  InterruptWatch::Interrupt();
+  EXPECT_TRUE(InterruptWatch::Interrupted());
+  EXPECT_FALSE(InterruptWatch::Insisted());
+  InterruptWatch::Interrupt();
+  EXPECT_TRUE(InterruptWatch::Insisted());
+}
+
 TEST(InterruptWatch, StartsAfresh) {
   {
     const InterruptWatch watch;

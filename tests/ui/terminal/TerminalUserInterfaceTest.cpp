@@ -103,6 +103,18 @@ TEST_F(TerminalUi, IsNotRedrawnFasterThanItCanBeSeen) {
   EXPECT_THAT(terminal_.TakeWritten(), HasSubstr("100 %"));
 }
 
+TEST_F(TerminalUi, IsNotRedrawnWhileTheTerminalTakesNothing) {
+  const auto dialog = ShowDialog();
+  terminal_.TakeWritten();
+  terminal_.ready = false;
+  Wait(1);
+  dialog->SetBarPosition(42);
+  EXPECT_THAT(terminal_.TakeWritten(), IsEmpty());
+  terminal_.ready = true;
+  dialog->SetBarPosition(43);
+  EXPECT_THAT(terminal_.TakeWritten(), HasSubstr(" 43 % "));
+}
+
 TEST_F(TerminalUi, TimeGoesOnWhileThePositionStands) {
   const auto dialog = ShowDialog();
   terminal_.TakeWritten();
@@ -244,6 +256,11 @@ TEST_F(TerminalQuestion, StartsOnACleanLine) {
   terminal_.answers = {"cancel"};
   EXPECT_EQ(Ask(), mrCancel);
   EXPECT_THAT(terminal_.written, testing::StartsWith("\r\x1b[KNahe am Schwellwert.\n"));
+}
+
+TEST_F(TerminalQuestion, ShowsNoControlCharacters) {
+  EXPECT_EQ(userInterface_.ShowMessage({"Karte\x1b[2J 2", MessageKind::Information, {mrOk}}), mrOk);
+  EXPECT_EQ(terminal_.written, "Karte?[2J 2\n");
 }
 
 TEST_F(TerminalQuestion, WithOneButtonIsNone) {

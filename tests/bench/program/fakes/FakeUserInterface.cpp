@@ -55,4 +55,6 @@ UserInterface* kxCreateUserInterface() {
   return text == "no-display" ? nullptr : new FakeUserInterface(std::atoi(text.c_str()));
 }
 
+void kxCloseOnInterrupt(UserInterface*, bool (*)()) {}
+
 void kxDestroyUserInterface(UserInterface* userInterface) { delete userInterface; }
