@@ -83,6 +83,8 @@ wxWindow* LayOutTextPage(wxWindow* parent, const EditorLayout& layout) {
   auto* const page = new wxPanel(parent);
   page->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW));
 
+  // Made in the order in which Tab visits them: from top to bottom.
+  wxSizer* const blocked = LayOutBlockedPoints(page, layout);
   wxSplitterWindow* const splitter = MakeSplitter(page);
   wxWindow* const skipped = LayOutSkippedConnections(splitter, layout);
   wxWindow* const expected = LayOutExpectedConnections(splitter, layout);
@@ -90,7 +92,7 @@ wxWindow* LayOutTextPage(wxWindow* parent, const EditorLayout& layout) {
 
   const int border = Scaled(*parent, TextPageBorder);
   auto* const rows = new wxBoxSizer(wxVERTICAL);
-  rows->Add(LayOutBlockedPoints(page, layout), wxSizerFlags().Expand().Border(wxALL, border));
+  rows->Add(blocked, wxSizerFlags().Expand().Border(wxALL, border));
   rows->Add(splitter, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
   page->SetSizer(rows);
   return page;

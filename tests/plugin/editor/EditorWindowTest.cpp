@@ -1,5 +1,6 @@
 // The dialog as a window: its captions, limits and initial content, its keys, its life.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <wx/button.h>
 #include <wx/choice.h>
@@ -21,9 +22,11 @@
 namespace shorttest::testkit {
 namespace {
 
+using ::testing::ElementsAre;
 using widget_test::Click;
 using widget_test::Press;
 using widget_test::Settle;
+using widget_test::TurnWheelOver;
 using widget_test::Type;
 
 using EditorWindow = EditorTest;
@@ -203,6 +206,80 @@ TEST_F(EditorWindow, TabVisitsTheControlsFromTopToBottom) {
       if (control == form.CB_U) continue;  // does not tell that it has the keyboard
       EXPECT_EQ(wxWindow::FindFocus(), control);
     }
+  });
+}
+
+// The control that has the keyboard, by name.
+std::string Focused(const TShortTestForm& form) {
+  const std::vector<std::pair<const wxWindow*, std::string>> names = {{form.Ed_MaxChannel, "Ed_MaxChannel"},
+                                                                      {form.PageControl1, "PageControl1"},
+                                                                      {form.Ed_Skip, "Ed_Skip"},
+                                                                      {form.Mm_SkipCon, "Mm_SkipCon"},
+                                                                      {form.Mm_Soll, "Mm_Soll"},
+                                                                      {form.Mm_SollNames, "Mm_SollNames"},
+                                                                      {form.ConnectionGrid, "ConnectionGrid"},
+                                                                      {form.BT_OK, "BT_OK"}};
+  const wxWindow* const focused = wxWindow::FindFocus();
+  for (const auto& [window, name] : names) {
+    if (window == focused) return name;
+  }
+  return "another one";
+}
+
+std::vector<std::string> TabStops(const TShortTestForm& form, int count, int modifiers) {
+  std::vector<std::string> stops;
+  for (int i = 0; i < count; ++i) {
+    Press(WXK_TAB, modifiers);
+    stops.push_back(Focused(form));
+  }
+  return stops;
+}
+
+TEST_F(EditorWindow, TabGoesThroughThePageOfTextsBeforeItReachesOk) {
+  Show([this] {
+    Enter(*form.Ed_MaxChannel);
+    EXPECT_THAT(TabStops(form, 6, wxMOD_NONE),
+                ElementsAre("PageControl1", "Ed_Skip", "Mm_SkipCon", "Mm_Soll", "Mm_SollNames", "BT_OK"));
+    EXPECT_THAT(TabStops(form, 6, wxMOD_SHIFT), ElementsAre("Mm_SollNames", "Mm_Soll", "Mm_SkipCon",
+                                                            "Ed_Skip", "PageControl1", "Ed_MaxChannel"));
+  });
+}
+
+TEST_F(EditorWindow, TabGoesThroughThePageOfTheGridBeforeItReachesOk) {
+  Show([this] {
+    ChoosePage(1);
+    Enter(*form.Ed_MaxChannel);
+    EXPECT_THAT(TabStops(form, 3, wxMOD_NONE), ElementsAre("PageControl1", "ConnectionGrid", "BT_OK"));
+  });
+}
+
+TEST_F(EditorWindow, WheelChangesNothingThatDoesNotHaveTheKeyboard) {
+  Show([this] {
+    form.CB_U->SetSelection(1);
+    for (wxWindow* const control :
+         {static_cast<wxWindow*>(form.CB_U), static_cast<wxWindow*>(form.Ed_Timeout),
+          &form.UpDownTimeout->Buttons(), &form.UpDownMaxError->Buttons(),
+          static_cast<wxWindow*>(form.Ed_MaxError), static_cast<wxWindow*>(form.Ed_MaxChannel),
+          static_cast<wxWindow*>(form.Ed_Skip)}) {
+      TurnWheelOver(*control);
+    }
+    EXPECT_EQ(form.CB_U->GetSelection(), 1);
+    EXPECT_EQ(Data().U_Control, 2);
+    EXPECT_EQ(TextOf(form.Ed_Timeout), "5000");
+    EXPECT_EQ(TextOf(form.Ed_MaxError), "10");
+    EXPECT_EQ(TextOf(form.Ed_MaxChannel), "48");
+    EXPECT_EQ(TextOf(form.Ed_Skip), "");
+  });
+}
+
+TEST_F(EditorWindow, WheelScrollsAColumnThatIsTooLow) {
+  Show([this] {
+    form.Window()->SetSize(300, 480);
+    Settle();
+    const int before = form.CB_U->GetPosition().y;
+    TurnWheelOver(*form.CB_U);
+    EXPECT_LT(form.CB_U->GetPosition().y, before);
+    EXPECT_EQ(form.CB_U->GetSelection(), 2);
   });
 }
 

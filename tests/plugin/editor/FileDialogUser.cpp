@@ -12,7 +12,7 @@
 
 #include "plugin/editor/EditorDialog.h"
 #include "plugin/editor/GUI_ShortTest.h"
-#include "tests/support/NativeEntry.h"
+#include "tests/support/NativeWidgets.h"
 #include "tests/support/WidgetTest.h"
 
 namespace shorttest::testkit {

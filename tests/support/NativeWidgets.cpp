@@ -1,4 +1,4 @@
-#include "tests/support/NativeEntry.h"
+#include "tests/support/NativeWidgets.h"
 
 #ifdef _WIN32
 
@@ -20,6 +20,14 @@ std::optional<std::string> TextOfFocusedEntry() {
   WideCharToMultiByte(CP_UTF8, 0, buffer.data(), -1, text.data(), static_cast<int>(text.size()), nullptr,
                       nullptr);
   return std::string(text.data());
+}
+
+void TurnWheel() {
+  INPUT wheel{};
+  wheel.type = INPUT_MOUSE;
+  wheel.mi.dwFlags = MOUSEEVENTF_WHEEL;
+  wheel.mi.mouseData = static_cast<DWORD>(-WHEEL_DELTA);
+  SendInput(1, &wheel, sizeof wheel);
 }
 
 }  // namespace widget_test
@@ -72,6 +80,17 @@ std::optional<std::string> TextOfFocusedEntry() {
   void* const widget = FocusedWidget();
   if (widget == nullptr || !IsEntry(widget)) return std::nullopt;
   return std::string(textOf(widget));
+}
+
+void TurnWheel() {
+  constexpr unsigned WheelDown = 5;
+  static const auto open = Find<void* (*)(const char*)>("XOpenDisplay");
+  static const auto press = Find<int (*)(void*, unsigned, int, unsigned long)>("XTestFakeButtonEvent");
+  static const auto close = Find<int (*)(void*)>("XCloseDisplay");
+  void* const display = open(nullptr);
+  press(display, WheelDown, 1, 0);
+  press(display, WheelDown, 0, 0);
+  close(display);  // sends what is still waiting
 }
 
 }  // namespace widget_test

@@ -9,4 +9,7 @@ namespace widget_test {
 /// toolkit knows nothing of. No value when something else has the keyboard.
 std::optional<std::string> TextOfFocusedEntry();
 
+/// Turns the mouse wheel by one notch towards the user, wherever the mouse is.
+void TurnWheel();
+
 }  // namespace widget_test
