@@ -2,7 +2,7 @@
 
 #ifdef _WIN32
 
-#include <windows.h>
+#include <wx/msw/wrapwin.h>
 
 #include <array>
 
@@ -20,6 +20,14 @@ std::optional<std::string> TextOfFocusedEntry() {
   WideCharToMultiByte(CP_UTF8, 0, buffer.data(), -1, text.data(), static_cast<int>(text.size()), nullptr,
                       nullptr);
   return std::string(text.data());
+}
+
+int FirstVisibleLine(const wxTextCtrl& memo) {
+  return static_cast<int>(SendMessageW(memo.GetHWND(), EM_GETFIRSTVISIBLELINE, 0, 0));
+}
+
+bool HasHorizontalBar(const wxTextCtrl& memo) {
+  return (GetWindowLongW(memo.GetHWND(), GWL_STYLE) & WS_HSCROLL) != 0;
 }
 
 void TurnWheel() {
@@ -80,6 +88,22 @@ std::optional<std::string> TextOfFocusedEntry() {
   void* const widget = FocusedWidget();
   if (widget == nullptr || !IsEntry(widget)) return std::nullopt;
   return std::string(textOf(widget));
+}
+
+int FirstVisibleLine(const wxTextCtrl& memo) {
+  long column = 0;
+  long line = -1;
+  memo.HitTest(wxPoint(2, 2), &column, &line);
+  return static_cast<int>(line);
+}
+
+bool HasHorizontalBar(const wxTextCtrl& memo) {
+  constexpr int Automatic = 1;
+  static const auto policyOf = Find<void (*)(void*, int*, int*)>("gtk_scrolled_window_get_policy");
+  int horizontal = 0;
+  int vertical = 0;
+  policyOf(memo.GetHandle(), &horizontal, &vertical);
+  return horizontal <= Automatic;
 }
 
 void TurnWheel() {

@@ -15,6 +15,7 @@
 #include "plugin/editor/EditorDialog.h"
 #include "plugin/editor/GridView.h"
 #include "tests/plugin/editor/EditorFixture.h"
+#include "tests/support/NativeWidgets.h"
 #include "tests/support/WidgetTest.h"
 
 namespace shorttest::testkit {
@@ -222,6 +223,67 @@ TEST_F(EditorConnections, NamesAreReadAnewEachTimeTheDialogIsShown) {
   Show([this] { EXPECT_EQ(TextOf(form.Mm_SollNames), "1 2"); });
   WriteFile("Projekt.ini", "[Scanner]\r\nRelais1=A\r\n");
   Show([this] { EXPECT_EQ(TextOf(form.Mm_SollNames), "A 2"); });
+}
+
+class ScrolledTexts : public EditorConnections {
+ protected:
+  // A hundred lines of two channels.
+  void UseManyLines() {
+    TShortTestData data = AllOpen(200);
+    for (int channel = 1; channel < 200; channel += 2) {
+      data.SetC(channel - 1, channel, CellState::Connected, NoResistance);
+    }
+    UseExpectation(data);
+  }
+
+  int Top() const { return widget_test::FirstVisibleLine(*form.Mm_Soll); }
+  int TopOfNames() const { return widget_test::FirstVisibleLine(*form.Mm_SollNames); }
+  bool AreTogether() const { return Top() == TopOfNames(); }
+};
+
+TEST_F(ScrolledTexts, NamesFollowTheCaretOfTheText) {
+  UseManyLines();
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Press(WXK_END, wxMOD_CONTROL);
+    EXPECT_TRUE(widget_test::WaitFor([this] { return Top() > 20 && AreTogether(); })) << Top();
+    Press(WXK_HOME, wxMOD_CONTROL);
+    EXPECT_TRUE(widget_test::WaitFor([this] { return Top() == 0 && AreTogether(); })) << Top();
+  });
+}
+
+TEST_F(ScrolledTexts, TextFollowsTheNames) {
+  UseManyLines();
+  Show([this] {
+    Enter(*form.Mm_SollNames);
+    Press(WXK_PAGEDOWN);
+    EXPECT_TRUE(widget_test::WaitFor([this] { return TopOfNames() > 5 && AreTogether(); })) << Top();
+  });
+}
+
+TEST_F(ScrolledTexts, WheelMovesBoth) {
+  UseManyLines();
+  Show([this] {
+    for (wxTextCtrl* const memo : {form.Mm_Soll, form.Mm_SollNames}) {
+      const int before = Top();
+      widget_test::TurnWheelOver(*memo);
+      EXPECT_TRUE(widget_test::WaitFor([&] { return Top() > before && AreTogether(); })) << Top();
+    }
+  });
+}
+
+TEST_F(ScrolledTexts, TypingLeavesTheTextWhereItIs) {
+  UseManyLines();
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Press(WXK_END, wxMOD_CONTROL);
+    ASSERT_TRUE(widget_test::WaitFor([this] { return Top() > 20 && AreTogether(); }));
+    const int before = Top();
+    Type(" 1");
+    EXPECT_TRUE(TextOf(form.Mm_SollNames).ends_with(" 1"));
+    EXPECT_TRUE(widget_test::WaitFor([this] { return AreTogether(); }));
+    EXPECT_GE(Top(), before);
+  });
 }
 
 TEST_F(EditorConnections, NamesCannotBeTypedInto) {

@@ -4,12 +4,16 @@
 #include <gtest/gtest.h>
 #include <wx/button.h>
 #include <wx/choice.h>
+#include <wx/display.h>
 #include <wx/gauge.h>
 #include <wx/notebook.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/uiaction.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <set>
 #include <stdexcept>
 #include <system_error>
@@ -17,6 +21,7 @@
 #include "plugin/editor/EditorDialog.h"
 #include "plugin/editor/GridView.h"
 #include "tests/plugin/editor/EditorFixture.h"
+#include "tests/support/NativeWidgets.h"
 #include "tests/support/WidgetTest.h"
 
 namespace shorttest::testkit {
@@ -28,6 +33,7 @@ using widget_test::Press;
 using widget_test::Settle;
 using widget_test::TurnWheelOver;
 using widget_test::Type;
+using widget_test::WaitFor;
 
 using EditorWindow = EditorTest;
 
@@ -67,6 +73,72 @@ TEST_F(EditorWindow, CanBeMadeSmall) {
     EXPECT_LE(form.Window()->GetSize().x, 320);
     EXPECT_TRUE(form.BT_OK->IsShownOnScreen());
   });
+}
+
+TEST_F(EditorWindow, PanesComeBackWhenItWasSmallForAWhile) {
+  Show([this] {
+    const wxSize size = form.Window()->GetSize();
+    const int skipped = form.Mm_SkipCon->GetSize().y;
+    const wxSize expected = form.Mm_Soll->GetSize();
+    const int names = form.Mm_SollNames->GetSize().x;
+    form.Window()->SetSize(300, 480);
+    ASSERT_TRUE(WaitFor([&] { return form.Mm_Soll->GetSize().x < expected.x / 2; }));
+    Settle();
+    form.Window()->SetSize(size);
+    EXPECT_TRUE(WaitFor([&] { return form.Mm_Soll->GetSize() == expected; }))
+        << form.Mm_Soll->GetSize().x << " x " << form.Mm_Soll->GetSize().y;
+    EXPECT_EQ(form.Mm_SkipCon->GetSize().y, skipped);
+    EXPECT_EQ(form.Mm_SollNames->GetSize().x, names);
+  });
+}
+
+// The user drags the sash at the right of a pane.
+void Drag(const wxWindow& pane, int distance) {
+  const wxWindow& splitter = *pane.GetParent();
+  const wxPoint sash = splitter.ClientToScreen(wxPoint(pane.GetRect().GetRight() + 2, pane.GetSize().y / 2));
+  wxUIActionSimulator().MouseDragDrop(sash.x, sash.y, sash.x + distance, sash.y);
+}
+
+TEST_F(EditorWindow, PanesComeBackAsTheUserArrangedThem) {
+  Show([this] {
+    const wxSize size = form.Window()->GetSize();
+    const int before = form.Mm_Soll->GetSize().x;
+    Drag(*form.Mm_Soll, -150);
+    ASSERT_TRUE(WaitFor([&] { return std::abs(form.Mm_Soll->GetSize().x - (before - 150)) < 20; }));
+    Settle();
+    const int dragged = form.Mm_Soll->GetSize().x;
+    form.Window()->SetSize(300, 480);
+    ASSERT_TRUE(WaitFor([&] { return form.Mm_Soll->GetSize().x < dragged / 2; }));
+    Settle();
+    form.Window()->SetSize(size);
+    EXPECT_TRUE(WaitFor([&] { return form.Mm_Soll->GetSize().x == dragged; })) << form.Mm_Soll->GetSize().x;
+  });
+}
+
+TEST_F(EditorWindow, OnlySkippedConnectionsHaveNoHorizontalBar) {
+  Show([this] {
+    EXPECT_FALSE(widget_test::HasHorizontalBar(*form.Mm_SkipCon));
+    EXPECT_TRUE(widget_test::HasHorizontalBar(*form.Mm_Soll));
+    EXPECT_TRUE(widget_test::HasHorizontalBar(*form.Mm_SollNames));
+  });
+}
+
+// How far the middle of the dialog is from that of the screen, pixels.
+int DistanceFromCentre(const wxWindow& dialog) {
+  const wxRect screen = wxDisplay(&dialog).GetClientArea();
+  const wxRect window = dialog.GetRect();
+  return std::max(std::abs(window.x + window.width / 2 - screen.x - screen.width / 2),
+                  std::abs(window.y + window.height / 2 - screen.y - screen.height / 2));
+}
+
+TEST_F(EditorWindow, IsCentredEachTimeItIsShown) {
+  const auto isCentred = [this] { return DistanceFromCentre(*form.Window()) <= 30; };
+  Show([&] {
+    EXPECT_TRUE(WaitFor(isCentred));
+    form.Window()->Move(0, 0);
+    ASSERT_TRUE(WaitFor([&] { return !isCentred(); }));
+  });
+  Show([&] { EXPECT_TRUE(WaitFor(isCentred)) << DistanceFromCentre(*form.Window()); });
 }
 
 // Whether a control lies within its parent, top to bottom and left to right.
