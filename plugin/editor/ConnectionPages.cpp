@@ -87,7 +87,7 @@ wxWindow* LayOutTextPage(wxWindow* parent, const EditorLayout& layout) {
 
 wxWindow* LayOutGridPage(wxWindow* parent, const EditorLayout& layout) {
   auto* const page = new wxPanel(parent);
-  layout.controls.ConnectionGrid = new GridView(*page, layout.cellPainter);
+  layout.controls.ConnectionGrid = new GridView(*page, layout.cellPainter, layout.cellDescriber);
   auto* const sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(layout.controls.ConnectionGrid,
              wxSizerFlags(1).Expand().Border(wxALL, Scaled(*parent, GridPageBorder)));
