@@ -6,6 +6,7 @@
 
 #include "contracts/UserInterface.h"
 #include "plugin/hardware/Bus.h"
+#include "plugin/hardware/LastCleanUp.h"
 #include "text/NumberText.h"
 
 namespace {
@@ -51,13 +52,17 @@ bool LearnPair(TShortTestData& data, std::int32_t onLine0, std::int32_t onLine1)
   return true;
 }
 
-// Runs on every way out of LearnConnections. `cardBehindRange` has the one relay that ReleaseAllLines does
-// not reach.
-void CleanUp(const TShortTestData& data, std::optional<std::int32_t> cardBehindRange,
-             TProgressFunc progress) noexcept {
+// `cardBehindRange` has the one relay that ReleaseAllLines does not reach.
+void OpenRelays(const TShortTestData& data, std::optional<std::int32_t> cardBehindRange) noexcept {
   ReleaseAllLines(data);
   if (cardBehindRange) shorttest::ReleaseLine(*cardBehindRange, 1);
   shorttest::SwitchTerminationOff(data);
+}
+
+// Runs on every way out of LearnConnections.
+void CleanUp(const TShortTestData& data, std::optional<std::int32_t> cardBehindRange,
+             TProgressFunc progress) noexcept {
+  OpenRelays(data, cardBehindRange);
   try {
     progress(1.0);
   } catch (...) {
@@ -153,6 +158,7 @@ void LearnConnections(TShortTestData& data, TProgressFunc progress) {
     TProgressFunc progress;
     ~Guard() { CleanUp(data, cardBehindRange, progress); }
   } const guard{data, shorttest::CardBehindRange(data), progress};
+  const shorttest::LastCleanUp lastCleanUp([&guard] { OpenRelays(guard.data, guard.cardBehindRange); });
 
   ResetLearnedCells(data);
   shorttest::SwitchTerminationOn(data);
