@@ -7,6 +7,7 @@
 #include "plugin/check/ResultRecords.h"
 #include "plugin/check/ShorttestCheck.h"
 #include "plugin/hardware/Bus.h"
+#include "plugin/hardware/LastCleanUp.h"
 
 namespace {
 
@@ -35,10 +36,7 @@ class RunningCheck {
   RunningCheck(const TShortTestData& data, std::unique_ptr<TShortTestData> result)
       : work(std::move(result)), data_(data) {}
   ~RunningCheck() {
-    ReleaseAllLines(data_);
-    // The one relay that a check can close out of that reach.
-    if (const auto card = shorttest::CardPastRange(data_)) shorttest::ReleaseLine(*card, 1);
-    shorttest::SwitchTerminationOff(data_);
+    OpenRelays();
     work.reset();
     // The close box leaves the modal result at 0: the host is told of "Abbrechen" and Escape alone.
     Quietly([] {
@@ -56,7 +54,15 @@ class RunningCheck {
   TaskWindowList disabledWindows;
 
  private:
+  void OpenRelays() const noexcept {
+    ReleaseAllLines(data_);
+    // The one relay that a check can close out of that reach.
+    if (const auto card = shorttest::CardPastRange(data_)) shorttest::ReleaseLine(*card, 1);
+    shorttest::SwitchTerminationOff(data_);
+  }
+
   const TShortTestData& data_;
+  const shorttest::LastCleanUp lastCleanUp_{[this] { OpenRelays(); }};
 };
 
 // Each pass counts against MaxError on its own; between the passes their sum decides. Passes 3 and 4 run as a

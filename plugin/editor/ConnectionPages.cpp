@@ -2,11 +2,12 @@
 #include <wx/panel.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
-#include <wx/splitter.h>
 #include <wx/statbox.h>
 
 #include "plugin/editor/DesignScale.h"
 #include "plugin/editor/EditorLayout.h"
+#include "plugin/editor/Memos.h"
+#include "plugin/editor/PaneSplitter.h"
 
 namespace shorttest {
 namespace {
@@ -16,24 +17,9 @@ constexpr int GridPageBorder = 3;
 constexpr int SkipHeight = 45;
 constexpr int SkipConHeight = 105;
 constexpr int SollWidth = 385;
-constexpr int SmallestPane = 40;
 constexpr int GroupBorder = 3;
 
 wxString Text(const char* utf8) { return wxString::FromUTF8(utf8); }
-
-wxTextCtrl* MakeMemo(wxWindow* parent, long style) {
-  auto* const memo = new wxTextCtrl(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
-                                    wxTE_MULTILINE | wxTE_DONTWRAP | style);
-  memo->SetMinSize(wxSize(1, 1));  // the splitters decide
-  return memo;
-}
-
-wxSplitterWindow* MakeSplitter(wxWindow* parent) {
-  auto* const splitter = new wxSplitterWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                                              wxSP_LIVE_UPDATE | wxSP_NOBORDER);
-  splitter->SetMinimumPaneSize(Scaled(*parent, SmallestPane));
-  return splitter;
-}
 
 wxStaticBoxSizer* MakeGroup(wxWindow* parent, const char* caption) {
   return new wxStaticBoxSizer(wxVERTICAL, parent, Text(caption));
@@ -57,7 +43,7 @@ wxSizer* LayOutBlockedPoints(wxWindow* parent, const EditorLayout& layout) {
 wxWindow* LayOutSkippedConnections(wxWindow* parent, const EditorLayout& layout) {
   wxPanel* const pane = MakePane(parent);
   wxStaticBoxSizer* const group = MakeGroup(pane, "Übersprungene Verbindungen");
-  layout.controls.Mm_SkipCon = MakeMemo(group->GetStaticBox(), 0);
+  layout.controls.Mm_SkipCon = MakeMemoWithoutHorizontalBar(group->GetStaticBox());
   group->Add(layout.controls.Mm_SkipCon,
              wxSizerFlags(1).Expand().Border(wxALL, Scaled(*parent, GroupBorder)));
   pane->SetSizer(group);
@@ -68,11 +54,12 @@ wxWindow* LayOutExpectedConnections(wxWindow* parent, const EditorLayout& layout
   constexpr const char* Caption = "Soll-&Verbindungen";
   wxPanel* const pane = MakePane(parent);
   wxStaticBoxSizer* const group = MakeGroup(pane, Caption);
-  wxSplitterWindow* const splitter = MakeSplitter(group->GetStaticBox());
+  auto* const splitter = new PaneSplitter(group->GetStaticBox());
   layout.controls.Mm_Soll = MakeMemo(splitter, 0);
   layout.controls.Mm_SollNames = MakeMemo(splitter, wxTE_READONLY | wxBORDER_NONE);
-  splitter->SplitVertically(layout.controls.Mm_Soll, layout.controls.Mm_SollNames,
-                            Scaled(*parent, SollWidth));
+  ScrollTogether(*layout.controls.Mm_Soll, *layout.controls.Mm_SollNames);
+  splitter->SetPanesSideBySide(layout.controls.Mm_Soll, layout.controls.Mm_SollNames,
+                               Scaled(*parent, SollWidth));
   group->Add(splitter, wxSizerFlags(1).Expand().Border(wxALL, Scaled(*parent, GroupBorder)));
   pane->SetSizer(group);
   layout.dialog.AddAccelerator(Text(Caption), *layout.controls.Mm_Soll);
@@ -83,14 +70,16 @@ wxWindow* LayOutTextPage(wxWindow* parent, const EditorLayout& layout) {
   auto* const page = new wxPanel(parent);
   page->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW));
 
-  wxSplitterWindow* const splitter = MakeSplitter(page);
+  // Made in the order in which Tab visits them: from top to bottom.
+  wxSizer* const blocked = LayOutBlockedPoints(page, layout);
+  auto* const splitter = new PaneSplitter(page);
   wxWindow* const skipped = LayOutSkippedConnections(splitter, layout);
   wxWindow* const expected = LayOutExpectedConnections(splitter, layout);
-  splitter->SplitHorizontally(skipped, expected, Scaled(*parent, SkipConHeight));
+  splitter->SetPanesOnTopOfEachOther(skipped, expected, Scaled(*parent, SkipConHeight));
 
   const int border = Scaled(*parent, TextPageBorder);
   auto* const rows = new wxBoxSizer(wxVERTICAL);
-  rows->Add(LayOutBlockedPoints(page, layout), wxSizerFlags().Expand().Border(wxALL, border));
+  rows->Add(blocked, wxSizerFlags().Expand().Border(wxALL, border));
   rows->Add(splitter, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
   page->SetSizer(rows);
   return page;
@@ -98,7 +87,7 @@ wxWindow* LayOutTextPage(wxWindow* parent, const EditorLayout& layout) {
 
 wxWindow* LayOutGridPage(wxWindow* parent, const EditorLayout& layout) {
   auto* const page = new wxPanel(parent);
-  layout.controls.ConnectionGrid = new GridView(*page, layout.cellPainter);
+  layout.controls.ConnectionGrid = new GridView(*page, layout.cellPainter, layout.cellDescriber);
   auto* const sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(layout.controls.ConnectionGrid,
              wxSizerFlags(1).Expand().Border(wxALL, Scaled(*parent, GridPageBorder)));

@@ -5,6 +5,9 @@
 #include <wx/renderer.h>
 #include <wx/textctrl.h>
 
+#include <algorithm>
+
+#include "plugin/editor/CellDescription.h"
 #include "plugin/editor/ConnectionTexts.h"
 #include "plugin/editor/DelimitedText.h"
 #include "plugin/editor/GUI_ShortTest.h"
@@ -61,14 +64,20 @@ void TShortTestForm::Mm_SollChange() {
   if (Mm_SollNames->GetValue() != names) Mm_SollNames->ChangeValue(names);
 }
 
-void TShortTestForm::ConnectionGridDrawCell(wxDC& dc, int column, int row, const wxRect& rectangle,
+void TShortTestForm::ConnectionGridDrawCell(wxDC& dc, CellState state, const wxRect& rectangle,
                                             bool focused) {
-  const shorttest::GridColour colour =
-      comp_ ? shorttest::ColourOfState(comp_->Get(column, row)) : shorttest::NoDataColour;
+  const shorttest::GridColour colour = comp_ ? shorttest::ColourOfState(state) : shorttest::NoDataColour;
   dc.SetPen(*wxTRANSPARENT_PEN);
   dc.SetBrush(wxColour(colour.red, colour.green, colour.blue));
   dc.DrawRectangle(rectangle);
   if (focused) wxRendererNative::Get().DrawFocusRect(ConnectionGrid, dc, rectangle);
+}
+
+// The texts may have changed the data since the grid was shown: it may be of another size.
+wxString TShortTestForm::DescribeCell(int column, int row) const {
+  if (!comp_ || std::max(column, row) > comp_->Highconnections()) return {};
+  const auto name = [this](std::int32_t channel) { return channelNames_->Name(channel); };
+  return wxString::FromUTF8(shorttest::CellDescription(*comp_, column, row, name));
 }
 
 void TShortTestForm::ShowGrid() {

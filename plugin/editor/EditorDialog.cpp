@@ -50,6 +50,13 @@ EditorDialog::~EditorDialog() {
   DestroyChildren();
 }
 
+int EditorDialog::ShowModal() {
+  CentreOnParent();
+  // A window manager that is still busy with the last showing may put it back to where it was then.
+  CallAfter([this] { CentreOnParent(); });
+  return wxDialog::ShowModal();
+}
+
 UpDownEdit* EditorDialog::AddUpDown(wxTextCtrl& edit, const UpDownEdit::Limits& limits,
                                     std::int32_t position) {
   upDowns_.push_back(std::make_unique<UpDownEdit>(edit, limits, position));

@@ -19,6 +19,9 @@ class EditorDialog : public wxDialog {
   explicit EditorDialog(const wxString& caption);
   ~EditorDialog() override;
 
+  /// Shows the dialog centred, wherever it was before.
+  int ShowModal() override;
+
   /// Attaches arrow buttons to an edit; the dialog keeps the pair.
   UpDownEdit* AddUpDown(wxTextCtrl& edit, const UpDownEdit::Limits& limits, std::int32_t position);
 

@@ -61,7 +61,6 @@ void SetSizes(EditorDialog& dialog) {
   wxSize client(Scaled(dialog, ClientWidth), Scaled(dialog, ClientHeight));
   client.DecTo(wxDisplay(&dialog).GetClientArea().GetSize() - wxSize(FrameWidth, FrameHeight));
   dialog.SetClientSize(client);
-  dialog.CentreOnParent();
 }
 
 }  // namespace

@@ -8,12 +8,14 @@ namespace shorttest {
 
 class DataFileEdit;
 
-/// Everything that is laid out: the window, the named controls to fill in, and what paints the grid's cells.
+/// Everything that is laid out: the window, the named controls to fill in, and what paints and describes the
+/// grid's cells.
 struct EditorLayout {
   EditorDialog& dialog;
   EditorControls& controls;
   DataFileEdit& dataFileEdit;
   GridView::CellPainter cellPainter;
+  GridView::CellDescriber cellDescriber;
 };
 
 /// Makes all controls of the dialog with their captions, limits and initial content, and arranges them.

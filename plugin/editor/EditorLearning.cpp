@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "plugin/editor/DisplayEnd.h"
 #include "plugin/editor/EditorDialog.h"
 #include "plugin/editor/GUI_ShortTest.h"
 #include "plugin/editor/UpDownEdit.h"
@@ -24,6 +25,7 @@ void TShortTestForm::BT_LearnClick() {
   UpDownMax->SetMaximum(HWChannelCount);
   {
     const LearningMode learning(*this);
+    const shorttest::DisplayEndWatch displayEnd;
     LearnConnections(*comp_, LearnProgress);
   }
   ShowGrid();

@@ -30,6 +30,15 @@ void FittingColumn::Finish(int width) {
     FitToHeight();
     event.Skip();
   });
+  for (wxWindow* const control : GetChildren()) {
+    control->Bind(wxEVT_MOUSEWHEEL, [this, control](wxMouseEvent& event) {
+      if (control->HasFocus()) {
+        event.Skip();
+      } else {
+        HandleOnMouseWheel(event);
+      }
+    });
+  }
 }
 
 void FittingColumn::FitToHeight() {

@@ -81,9 +81,9 @@ void TShortTestForm::MakeWindow() {
       {.dialog = *Window(),
        .controls = *this,
        .dataFileEdit = KXEdit_Datafile,
-       .cellPainter = [this](wxDC& dc, int column, int row, const wxRect& rectangle, bool focused) {
-         ConnectionGridDrawCell(dc, column, row, rectangle, focused);
-       }});
+       .cellPainter = [this](wxDC& dc, CellState state, const wxRect& rectangle,
+                             bool focused) { ConnectionGridDrawCell(dc, state, rectangle, focused); },
+       .cellDescriber = [this](int column, int row) { return DescribeCell(column, row); }});
   BindEvents();
 }
 

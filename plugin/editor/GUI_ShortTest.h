@@ -13,6 +13,7 @@
 class TKXParser;
 class wxDC;
 class wxRect;
+class wxString;
 
 namespace shorttest {
 class EditorDialog;
@@ -88,7 +89,7 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
   void Ed_Exit();
   void Mm_SollChange();
   void FormResize();
-  void ConnectionGridDrawCell(wxDC& dc, int column, int row, const wxRect& rectangle, bool focused);
+  void ConnectionGridDrawCell(wxDC& dc, CellState state, const wxRect& rectangle, bool focused);
 
   /// What the learn procedure calls at its progress points: moves the bar and refreshes texts and grid. True
   /// when the user pressed "Abbruch". REQUIRES: the dialog is learning.
@@ -125,6 +126,7 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
   void OpenChannelNames();
   void ShowRange();
   void ShowGrid();
+  wxString DescribeCell(int column, int row) const;
   void ShowHelp() const;
   void LeaveTexts();
   shorttest::ConnectionTexts TypedTexts() const;

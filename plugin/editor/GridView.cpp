@@ -1,6 +1,8 @@
 #include "plugin/editor/GridView.h"
 
 #include <wx/dcclient.h>
+#include <wx/toplevel.h>
+#include <wx/utils.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -20,7 +22,8 @@ bool HasLines(int cellSize) { return cellSize >= SmallestCellWithLines; }
 
 }  // namespace
 
-GridView::GridView(wxWindow& parent, CellPainter painter) : painter_(std::move(painter)) {
+GridView::GridView(wxWindow& parent, CellPainter painter, CellDescriber describer)
+    : painter_(std::move(painter)), describer_(std::move(describer)) {
   SetBackgroundStyle(wxBG_STYLE_PAINT);
   Create(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS);
   Bind(wxEVT_PAINT, [this](wxPaintEvent&) { Paint(); });
@@ -36,12 +39,35 @@ GridView::GridView(wxWindow& parent, CellPainter painter) : painter_(std::move(p
   };
   Bind(wxEVT_SET_FOCUS, refreshFocus);
   Bind(wxEVT_KILL_FOCUS, refreshFocus);
+  BindTip(parent);
+}
+
+void GridView::BindTip(wxWindow& page) {
+  Bind(wxEVT_MOTION, [this](wxMouseEvent& event) {
+    ShowTipUnderMouse(event.GetPosition());
+    event.Skip();
+  });
+  const auto hide = [this](wxEvent& event) {
+    HideTip();
+    event.Skip();
+  };
+  Bind(wxEVT_LEAVE_WINDOW, hide);
+  Bind(wxEVT_KILL_FOCUS, hide);
+  page.Bind(wxEVT_SHOW, hide);
+  wxGetTopLevelParent(this)->Bind(wxEVT_SHOW, hide);
+  wxGetTopLevelParent(this)->Bind(wxEVT_ACTIVATE, hide);
+  // Navigation keys bring the keyboard here; the mouse has a cell of its own.
+  Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
+    if (!wxGetMouseState().LeftIsDown()) ShowTipOfFocus();
+    event.Skip();
+  });
 }
 
 void GridView::ShowData(const TShortTestData& data) {
   const int count = Count();
   const std::vector<CellRange> changed = picture_.Update(data);
   if (count != Count()) MoveFocus(focused_);
+  if (count != Count() || !changed.empty()) HideTip();  // what it says may be wrong now
   if (changed.size() > MostPartialRefreshes) {
     Refresh();
   } else {
@@ -95,7 +121,7 @@ void GridView::PaintCells(wxDC& dc, const CellRange& range) {
       const int first = column;
       const CellState state = picture_.State(first, row);
       while (column <= range.right && picture_.State(column, row) == state) ++column;
-      painter_(dc, first, row, CellRect(first, row).Union(CellRect(column - 1, row)), false);
+      painter_(dc, state, CellRect(first, row).Union(CellRect(column - 1, row)), false);
     }
   }
 
@@ -109,24 +135,24 @@ void GridView::PaintCells(wxDC& dc, const CellRange& range) {
   const bool focusInside = range.left <= focused_.x && focused_.x <= range.right && range.top <= focused_.y &&
                            focused_.y <= range.bottom;
   if (HasFocus() && focusInside) {
-    painter_(dc, focused_.x, focused_.y, CellRect(focused_.x, focused_.y), true);
+    painter_(dc, picture_.State(focused_.x, focused_.y), CellRect(focused_.x, focused_.y), true);
   }
 }
 
 void GridView::OnKey(wxKeyEvent& event) {
   switch (event.GetKeyCode()) {
     case WXK_LEFT:
-      return MoveFocus(focused_ + wxPoint(-1, 0));
+      return MoveFocusWithKey(focused_ + wxPoint(-1, 0));
     case WXK_RIGHT:
-      return MoveFocus(focused_ + wxPoint(1, 0));
+      return MoveFocusWithKey(focused_ + wxPoint(1, 0));
     case WXK_UP:
-      return MoveFocus(focused_ + wxPoint(0, -1));
+      return MoveFocusWithKey(focused_ + wxPoint(0, -1));
     case WXK_DOWN:
-      return MoveFocus(focused_ + wxPoint(0, 1));
+      return MoveFocusWithKey(focused_ + wxPoint(0, 1));
     case WXK_HOME:
-      return MoveFocus({0, 0});
+      return MoveFocusWithKey({0, 0});
     case WXK_END:
-      return MoveFocus({Count() - 1, Count() - 1});
+      return MoveFocusWithKey({Count() - 1, Count() - 1});
     case WXK_TAB:
       HandleAsNavigationKey(event);
       return;
@@ -142,6 +168,40 @@ void GridView::MoveFocus(const wxPoint& cell) {
   RefreshCells({focused_.x, focused_.y, focused_.x, focused_.y});
   focused_ = target;
   RefreshCells({focused_.x, focused_.y, focused_.x, focused_.y});
+}
+
+void GridView::MoveFocusWithKey(const wxPoint& cell) {
+  MoveFocus(cell);
+  ShowTipOfFocus();
+}
+
+void GridView::ShowTip(const wxPoint& cell, const wxRect& area) {
+  const wxString text = describer_(cell.x, cell.y);
+  if (text.empty() || !IsShownOnScreen()) {
+    HideTip();
+  } else if (tip_) {
+    tip_->Show(text, area);
+  } else {
+    tip_ = std::make_unique<CellTip>(*this, text, area);
+  }
+}
+
+void GridView::ShowTipUnderMouse(const wxPoint& position) {
+  const wxSize pitch = Pitch();
+  const wxPoint cell(position.x / pitch.x, position.y / pitch.y);
+  if (position.x < 0 || position.y < 0 || cell.x >= Count() || cell.y >= Count()) return HideTip();
+  const wxSize pointer = FromDIP(wxSize(16, 16));
+  ShowTip(cell, wxRect(ClientToScreen(position), pointer));
+}
+
+void GridView::ShowTipOfFocus() {
+  if (focused_.x >= Count() || focused_.y >= Count()) return HideTip();
+  // Of very many cells in a small window some lie outside of it.
+  wxRect area = CellRect(focused_.x, focused_.y);
+  const wxSize size = GetClientSize();
+  area.x = std::min(area.x, size.x);
+  area.y = std::min(area.y, size.y);
+  ShowTip(focused_, wxRect(ClientToScreen(area.GetPosition()), area.GetSize()));
 }
 
 }  // namespace shorttest

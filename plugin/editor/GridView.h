@@ -4,23 +4,28 @@
 #include <wx/window.h>
 
 #include <functional>
+#include <memory>
 
 #include "plugin/data/ShorttestData.h"
+#include "plugin/editor/CellTip.h"
 #include "plugin/editor/GridPicture.h"
 
 namespace shorttest {
 
 /// Draw grid over the matrix: one cell a pair, without text and without scroll bars. Paints only what
-/// changed. The arrow keys and the mouse move a focus rectangle.
+/// changed. The arrow keys and the mouse move a focus rectangle. A tip tells which cell is under the mouse,
+/// or was reached with the keyboard.
 class GridView : public wxWindow {
  public:
-  /// Paints the cell at (column, row), or a run of cells of the same state that begins there, on `rectangle`.
-  using CellPainter =
-      std::function<void(wxDC& dc, int column, int row, const wxRect& rectangle, bool focused)>;
+  /// Paints a cell, or a run of cells, of that state on `rectangle`.
+  using CellPainter = std::function<void(wxDC& dc, CellState state, const wxRect& rectangle, bool focused)>;
+
+  /// What the tip of a cell says; empty for no tip.
+  using CellDescriber = std::function<wxString(int column, int row)>;
 
   static constexpr int LineWidth = 1;  ///< between two cells, pixels
 
-  GridView(wxWindow& parent, CellPainter painter);
+  GridView(wxWindow& parent, CellPainter painter, CellDescriber describer);
 
   /// Takes over what `data` holds now and has the cells painted anew that look different. Cheap when nothing
   /// changed.
@@ -40,16 +45,27 @@ class GridView : public wxWindow {
   /// The cell that has the focus rectangle: column and row.
   wxPoint FocusedCell() const { return focused_; }
 
+  /// The tip, as long as it shows; null otherwise.
+  const CellTip* Tip() const { return tip_.get(); }
+
  private:
+  void BindTip(wxWindow& page);
   void Paint();
   void PaintCells(wxDC& dc, const CellRange& range);
   void OnKey(wxKeyEvent& event);
   void MoveFocus(const wxPoint& cell);
+  void MoveFocusWithKey(const wxPoint& cell);
+  void ShowTip(const wxPoint& cell, const wxRect& area);
+  void ShowTipUnderMouse(const wxPoint& position);
+  void ShowTipOfFocus();
+  void HideTip() { tip_.reset(); }
   void RefreshCells(const CellRange& range);
   wxSize Pitch() const;
   CellRange CellsIn(const wxRect& area) const;
 
   CellPainter painter_;
+  CellDescriber describer_;
+  std::unique_ptr<CellTip> tip_;
   GridPicture picture_;
   wxSize cellSize_{15, 15};
   wxPoint focused_{0, 0};

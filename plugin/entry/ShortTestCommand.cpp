@@ -3,6 +3,7 @@
 
 #include "plugin/check/ShorttestCheck.h"
 #include "plugin/data/ShorttestData.h"
+#include "plugin/editor/DisplayEnd.h"
 #include "plugin/editor/GUI_ShortTest.h"
 #include "plugin/entry/ShorttestPlugin.h"
 #include "plugin/hardware/Bus.h"
@@ -57,5 +58,6 @@ void TKXShortTestCommand::Run(const TParamList& params) {
   // The name as it stands: the host has evaluated the argument already.
   const TShortTestData expectation(dataFile->GetText());
   InitHostHardware();
+  const shorttest::DisplayEndWatch displayEnd;
   RunShortTest(expectation);
 }

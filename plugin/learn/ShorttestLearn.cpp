@@ -6,6 +6,7 @@
 
 #include "contracts/UserInterface.h"
 #include "plugin/hardware/Bus.h"
+#include "plugin/hardware/LastCleanUp.h"
 #include "text/NumberText.h"
 
 using shorttest::LearnOutcome;
@@ -53,13 +54,17 @@ bool LearnPair(TShortTestData& data, std::int32_t onLine0, std::int32_t onLine1)
   return true;
 }
 
-// Runs on every way out of LearnConnections. `cardPastRange` has the one relay that ReleaseAllLines does not
-// reach.
-void CleanUp(const TShortTestData& data, std::optional<std::int32_t> cardPastRange,
-             const shorttest::ProgressFunction& progress) noexcept {
+// `cardPastRange` has the one relay that ReleaseAllLines does not reach.
+void OpenRelays(const TShortTestData& data, std::optional<std::int32_t> cardPastRange) noexcept {
   ReleaseAllLines(data);
   if (cardPastRange) shorttest::ReleaseLine(*cardPastRange, 1);
   shorttest::SwitchTerminationOff(data);
+}
+
+// Runs on every way out of LearnConnections.
+void CleanUp(const TShortTestData& data, std::optional<std::int32_t> cardPastRange,
+             const shorttest::ProgressFunction& progress) noexcept {
+  OpenRelays(data, cardPastRange);
   try {
     progress(1.0);
   } catch (...) {
@@ -163,6 +168,7 @@ LearnOutcome LearnConnections(TShortTestData& data, const shorttest::ProgressFun
     const shorttest::ProgressFunction& progress;
     ~Guard() { CleanUp(data, cardPastRange, progress); }
   } const guard{data, shorttest::CardPastRange(data), progress};
+  const shorttest::LastCleanUp lastCleanUp([&guard] { OpenRelays(guard.data, guard.cardPastRange); });
 
   bool stopped = false;
   const shorttest::ProgressFunction watched = [&progress, &stopped](double position) {

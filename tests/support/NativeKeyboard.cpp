@@ -34,29 +34,23 @@ bool KeyWatcher::SawKey() const { return true; }
 
 #else
 
-#include <dlfcn.h>
-
 #include <cstddef>
+
+#include "tests/support/NativeToolkit.h"
 
 namespace widget_test {
 namespace {
 
-// The toolkit below the toolkit, without its headers: the functions are looked up in the running program.
 struct List {
   void* data;
   List* next;
   List* previous;
 };
 
-template <typename Function>
-Function Find(const char* name) {
-  return reinterpret_cast<Function>(dlsym(RTLD_DEFAULT, name));
-}
-
 void* ActiveWindow() {
-  static const auto listWindows = Find<List* (*)()>("gtk_window_list_toplevels");
-  static const auto freeList = Find<void (*)(List*)>("g_list_free");
-  static const auto isActive = Find<int (*)(void*)>("gtk_window_is_active");
+  static const auto listWindows = Native<List* (*)()>("gtk_window_list_toplevels");
+  static const auto freeList = Native<void (*)(List*)>("g_list_free");
+  static const auto isActive = Native<int (*)(void*)>("gtk_window_is_active");
   List* const windows = listWindows();
   void* active = nullptr;
   for (const List* window = windows; window != nullptr; window = window->next) {
@@ -67,14 +61,14 @@ void* ActiveWindow() {
 }
 
 void* FocusedWidget() {
-  static const auto focusOf = Find<void* (*)(void*)>("gtk_window_get_focus");
+  static const auto focusOf = Native<void* (*)(void*)>("gtk_window_get_focus");
   void* const window = ActiveWindow();
   return window == nullptr ? nullptr : focusOf(window);
 }
 
 bool IsEntry(void* widget) {
-  static const auto entryType = Find<std::size_t (*)()>("gtk_entry_get_type");
-  static const auto isA = Find<int (*)(void*, std::size_t)>("g_type_check_instance_is_a");
+  static const auto entryType = Native<std::size_t (*)()>("gtk_entry_get_type");
+  static const auto isA = Native<int (*)(void*, std::size_t)>("g_type_check_instance_is_a");
   return isA(widget, entryType()) != 0;
 }
 
@@ -98,7 +92,7 @@ const Keys& KeysSoFar() {
   using Snooper = int (*)(void*, const int*, void*);
   static Keys keys;
   [[maybe_unused]] static const unsigned int installed =
-      Find<unsigned int (*)(Snooper, void*)>("gtk_key_snooper_install")(CountKey, &keys);
+      Native<unsigned int (*)(Snooper, void*)>("gtk_key_snooper_install")(CountKey, &keys);
   return keys;
 }
 
@@ -107,8 +101,8 @@ const Keys& KeysSoFar() {
 bool HasKeyboard() { return ActiveWindow() != nullptr; }
 
 void SynchroniseScreen() {
-  static const auto screen = Find<void* (*)()>("gdk_display_get_default");
-  static const auto synchronise = Find<void (*)(void*)>("gdk_display_sync");
+  static const auto screen = Native<void* (*)()>("gdk_display_get_default");
+  static const auto synchronise = Native<void (*)(void*)>("gdk_display_sync");
   synchronise(screen());
 }
 
@@ -121,7 +115,7 @@ bool KeyWatcher::SawKey() const {
 }
 
 std::optional<std::string> TextOfFocusedEntry() {
-  static const auto textOf = Find<const char* (*)(void*)>("gtk_entry_get_text");
+  static const auto textOf = Native<const char* (*)(void*)>("gtk_entry_get_text");
   void* const widget = FocusedWidget();
   if (widget == nullptr || !IsEntry(widget)) return std::nullopt;
   return std::string(textOf(widget));

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "tests/support/NativeKeyboard.h"
+#include "tests/support/NativeWidgets.h"
 
 namespace widget_test {
 namespace {
@@ -50,6 +51,30 @@ class ClickWatcher : public wxEventFilter {
   bool up_ = false;
 };
 
+// Sees the mouse wheel turn over any window of the program.
+class WheelWatcher : public wxEventFilter {
+ public:
+  WheelWatcher() { wxEvtHandler::AddFilter(this); }
+  ~WheelWatcher() override { wxEvtHandler::RemoveFilter(this); }
+  WheelWatcher(const WheelWatcher&) = delete;
+  WheelWatcher& operator=(const WheelWatcher&) = delete;
+
+  int FilterEvent(wxEvent& event) override {
+    turned_ = turned_ || event.GetEventType() == wxEVT_MOUSEWHEEL;
+    return Event_Skip;
+  }
+
+  bool HasTurned() const { return turned_; }
+
+ private:
+  bool turned_ = false;
+};
+
+wxPoint MiddleOf(const wxWindow& window) {
+  const wxSize size = window.GetSize();
+  return window.ClientToScreen(wxPoint(size.x / 2, size.y / 2));
+}
+
 // Has the simulator press keys, once a window has the keyboard and until the program has seen them: on a busy
 // machine that takes its time.
 template <typename Presses>
@@ -86,10 +111,7 @@ void Settle() {
   }
 }
 
-void Click(wxWindow& window) {
-  const wxSize size = window.GetSize();
-  ClickAt(window.ClientToScreen(wxPoint(size.x / 2, size.y / 2)));
-}
+void Click(wxWindow& window) { ClickAt(MiddleOf(window)); }
 
 void ClickAt(const wxPoint& point) {
   const ClickWatcher click(point);
@@ -109,6 +131,18 @@ void ClickAt(const wxPoint& point) {
                                << "; the mouse is at " << pointer.x << ", " << pointer.y;
   // Not where a box that the press has opened takes the mouse away.
   WaitFor([&click] { return click.SawUp(); }, 200);
+  Settle();
+}
+
+void TurnWheelOver(wxWindow& window) {
+  const WheelWatcher wheel;
+  for (int tries = 0; tries < 3 && !wheel.HasTurned(); ++tries) {
+    wxUIActionSimulator().MouseMove(MiddleOf(window));
+    Settle();
+    TurnWheel();
+    WaitFor([&wheel] { return wheel.HasTurned(); }, 1000);
+  }
+  EXPECT_TRUE(wheel.HasTurned()) << "no window saw the mouse wheel";
   Settle();
 }
 

@@ -31,6 +31,10 @@ void Click(wxWindow& window);
 /// fails the test.
 void ClickAt(const wxPoint& point);
 
+/// Turns the mouse wheel over the middle of the window, by one notch towards the user. A wheel that no window
+/// of the program sees fails the test.
+void TurnWheelOver(wxWindow& window);
+
 /// Presses and releases a key, with modifiers (wxMOD_...), in whatever window of the program has the
 /// keyboard. A key that no window sees fails the test.
 void Press(int key, int modifiers = 0);

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <wx/splitter.h>
+
+namespace shorttest {
+
+/// Two panes with a sash that moves live. A window made too small for them pushes the sash; made large again,
+/// it has the sash where the user, or the layout, put it.
+class PaneSplitter : public wxSplitterWindow {
+ public:
+  explicit PaneSplitter(wxWindow* parent);
+
+  /// `firstExtent` pixels for the left pane.
+  void SetPanesSideBySide(wxWindow* left, wxWindow* right, int firstExtent);
+
+  /// `firstExtent` pixels for the upper pane.
+  void SetPanesOnTopOfEachOther(wxWindow* upper, wxWindow* lower, int firstExtent);
+
+ private:
+  int wanted_ = 0;
+};
+
+}  // namespace shorttest
