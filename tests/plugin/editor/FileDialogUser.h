@@ -18,6 +18,9 @@ class FileDialogUser : public wxModalDialogHook {
   /// Answers the question that follows the next name, and that the dialog itself asks, with Escape.
   void SaysNo() { saysNo_ = true; }
 
+  /// The name for the next dialog after those given before.
+  void Next(const std::string& name) { names_.push_back(name); }
+
   int dialogs = 0;  ///< that were opened
   // What the last one was opened with.
   long style = 0;
