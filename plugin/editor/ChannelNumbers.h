@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -8,16 +10,33 @@
 
 namespace shorttest {
 
-/// A text that is not the number it should be. The message quotes the text.
-class ConversionError : public std::runtime_error {
+/// Where an item stands in the connection texts: a line, counted from 0, and the bytes (UTF-8) of that line
+/// from `begin` up to `end`.
+struct ItemPlace {
+  enum class Text { Blocked, Skipped, Expected } text;
+  std::size_t line;
+  std::size_t begin;
+  std::size_t end;
+};
+
+/// An item that is not what it should be; the message quotes it. Items of the connection texts have a place.
+class WrongItem : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+
+  std::optional<ItemPlace> place;
+};
+
+/// A text that is not the number it should be.
+class ConversionError : public WrongItem {
+ public:
+  using WrongItem::WrongItem;
 };
 
 /// A channel number outside the range under test.
-class ChannelRangeError : public std::runtime_error {
+class ChannelRangeError : public WrongItem {
  public:
-  using std::runtime_error::runtime_error;
+  using WrongItem::WrongItem;
 };
 
 /// Reads a decimal 32-bit integer; blanks around it are skipped. Throws ConversionError.

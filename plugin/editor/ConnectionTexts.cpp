@@ -41,13 +41,27 @@ void Reset(TShortTestData& data) {
   }
 }
 
-// Calls pair(first, other) for the first channel of the line with each of the others.
+// Matrix index of an item; an error tells where the item stands.
+std::int32_t IndexOf(const TShortTestData& data, const DelimitedItem& item, ItemPlace::Text text,
+                     std::size_t line) {
+  try {
+    return ChannelIndex(data, item.text);
+  } catch (WrongItem& error) {
+    error.place = {text, line, item.begin, item.end};
+    throw;
+  }
+}
+
+// Calls pair(first, other) for the first channel of each line with each of the others.
 template <typename Pair>
-void ForEachPair(const TShortTestData& data, const std::string& line, Pair pair) {
-  const std::vector<std::string> items = SplitDelimited(line, ',');
-  if (items.empty()) return;
-  const std::int32_t first = ChannelIndex(data, items.front());
-  for (std::size_t i = 1; i < items.size(); ++i) pair(first, ChannelIndex(data, items[i]));
+void ForEachPair(const TShortTestData& data, ItemPlace::Text text, const std::vector<std::string>& lines,
+                 Pair pair) {
+  for (std::size_t line = 0; line < lines.size(); ++line) {
+    const std::vector<DelimitedItem> items = FindDelimited(lines[line], ',');
+    if (items.empty()) continue;
+    const std::int32_t first = IndexOf(data, items.front(), text, line);
+    for (std::size_t i = 1; i < items.size(); ++i) pair(first, IndexOf(data, items[i], text, line));
+  }
 }
 
 }  // namespace
@@ -78,21 +92,17 @@ ConnectionTexts TextsFromMatrix(const TShortTestData& data) {
 
 void MatrixFromTexts(const ConnectionTexts& texts, TShortTestData& data) {
   Reset(data);
-  for (const std::string& item : SplitDelimited(texts.blocked, ',')) {
-    const std::int32_t channel = ChannelIndex(data, item);
+  for (const DelimitedItem& item : FindDelimited(texts.blocked, ',')) {
+    const std::int32_t channel = IndexOf(data, item, ItemPlace::Text::Blocked, 0);
     data.SetC(channel, channel, CellState::Suspended, NoResistance);
   }
-  for (const std::string& line : texts.skipped) {
-    ForEachPair(data, line, [&data](std::int32_t a, std::int32_t b) {
-      // A channel is no pair with itself, and a blocked one must not come back into the test that way.
-      if (a != b) data.SetC(a, b, CellState::ExcludedPair, NoResistance);
-    });
-  }
-  for (const std::string& line : texts.expected) {
-    ForEachPair(data, line, [&data](std::int32_t a, std::int32_t b) {
-      data.Put(a, b, CellState::Connected, NoResistance);
-    });
-  }
+  ForEachPair(data, ItemPlace::Text::Skipped, texts.skipped, [&data](std::int32_t a, std::int32_t b) {
+    // A channel is no pair with itself, and a blocked one must not come back into the test that way.
+    if (a != b) data.SetC(a, b, CellState::ExcludedPair, NoResistance);
+  });
+  ForEachPair(data, ItemPlace::Text::Expected, texts.expected, [&data](std::int32_t a, std::int32_t b) {
+    data.Put(a, b, CellState::Connected, NoResistance);
+  });
   for (std::int32_t i = 0; i <= data.Highconnections(); ++i) {
     for (std::int32_t j = 0; j < i; ++j) {
       if (data.Get(i, j) == CellState::Unknown) data.SetC(i, j, CellState::NotConnected, NoResistance);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "text/Lines.h"
 
@@ -44,18 +45,28 @@ std::string TakePlain(std::string_view& rest, char delimiter) {
 
 }  // namespace
 
-std::vector<std::string> SplitDelimited(std::string_view text, char delimiter) {
-  std::vector<std::string> items;
-  SkipBlanks(text);
-  while (!text.empty()) {
-    items.push_back(text.front() == Quote ? TakeQuoted(text) : TakePlain(text, delimiter));
-    SkipBlanks(text);
-    if (!text.empty() && text.front() == delimiter) {
-      text.remove_prefix(1);
-      if (text.empty()) items.emplace_back();
-      SkipBlanks(text);
+std::vector<DelimitedItem> FindDelimited(std::string_view text, char delimiter) {
+  std::vector<DelimitedItem> items;
+  std::string_view rest = text;
+  const auto place = [&text, &rest] { return text.size() - rest.size(); };
+  SkipBlanks(rest);
+  while (!rest.empty()) {
+    const std::size_t begin = place();
+    std::string item = rest.front() == Quote ? TakeQuoted(rest) : TakePlain(rest, delimiter);
+    items.push_back({std::move(item), begin, place()});
+    SkipBlanks(rest);
+    if (!rest.empty() && rest.front() == delimiter) {
+      rest.remove_prefix(1);
+      if (rest.empty()) items.push_back({"", place(), place()});
+      SkipBlanks(rest);
     }
   }
+  return items;
+}
+
+std::vector<std::string> SplitDelimited(std::string_view text, char delimiter) {
+  std::vector<std::string> items;
+  for (DelimitedItem& item : FindDelimited(text, delimiter)) items.push_back(std::move(item.text));
   return items;
 }
 

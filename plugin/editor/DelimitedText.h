@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,16 @@ namespace shorttest {
 /// text. An empty item between two delimiters, before the first one or after a delimiter that ends the text
 /// is kept. With a blank as delimiter there are no empty items but quoted ones.
 std::vector<std::string> SplitDelimited(std::string_view text, char delimiter);
+
+/// An item and the bytes of the text where it stands: from `begin` up to `end`, quotes included.
+struct DelimitedItem {
+  std::string text;
+  std::size_t begin;
+  std::size_t end;
+};
+
+/// As SplitDelimited, with the places.
+std::vector<DelimitedItem> FindDelimited(std::string_view text, char delimiter);
 
 /// Joins items with `delimiter`. Items that SplitDelimited would not read back as they are (those with a
 /// blank, a control character, a quote or the delimiter in them) are put in double quotes.

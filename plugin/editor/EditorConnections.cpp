@@ -1,7 +1,9 @@
 // The expected connections: as text, by name, and as a grid.
 
 #include <wx/brush.h>
+#include <wx/button.h>
 #include <wx/dc.h>
+#include <wx/notebook.h>
 #include <wx/renderer.h>
 #include <wx/textctrl.h>
 
@@ -10,6 +12,7 @@
 #include "plugin/editor/CellDescription.h"
 #include "plugin/editor/ConnectionTexts.h"
 #include "plugin/editor/DelimitedText.h"
+#include "plugin/editor/EditorDialog.h"
 #include "plugin/editor/GUI_ShortTest.h"
 #include "plugin/editor/GridPicture.h"
 #include "plugin/editor/GridView.h"
@@ -18,6 +21,8 @@
 #include "plugin/editor/UpDownEdit.h"
 
 namespace {
+
+constexpr int TextPage = 0;
 
 std::vector<std::string> Lines(const wxTextCtrl& memo) {
   return shorttest::SplitLines(memo.GetValue().utf8_string());
@@ -35,9 +40,12 @@ shorttest::ConnectionTexts TShortTestForm::TypedTexts() const {
           .blocked = Ed_Skip->GetValue().utf8_string()};
 }
 
-// Texts that are right already are left alone, with their caret and scroll position.
 void TShortTestForm::ShowConnections() {
-  const shorttest::ConnectionTexts texts = shorttest::TextsFromMatrix(*comp_);
+  if (Data() != nullptr) ShowTexts(document_.ShowTexts());
+}
+
+// Texts that are right already are left alone, with their caret and scroll position.
+void TShortTestForm::ShowTexts(const shorttest::ConnectionTexts& texts) {
   const shorttest::ConnectionTexts typed = TypedTexts();
   if (texts.expected != typed.expected) {
     Mm_SollNames->Clear();
@@ -45,28 +53,55 @@ void TShortTestForm::ShowConnections() {
   }
   if (texts.skipped != typed.skipped) SetLines(*Mm_SkipCon, texts.skipped);
   if (texts.blocked != typed.blocked) Ed_Skip->SetValue(wxString::FromUTF8(texts.blocked));
-  textsRejected_ = false;
 }
 
 // Neither rebuilds the texts nor repaints the grid, which is on the other page.
-void TShortTestForm::Ed_Exit() {
-  if (!comp_) return;
-  textsRejected_ = true;
-  shorttest::MatrixFromTexts(TypedTexts(), *comp_);
-  textsRejected_ = false;
+void TShortTestForm::Ed_Exit() { document_.TakeTexts(TypedTexts()); }
+
+// The wrong item is selected, with the keyboard in its text. Not again while the text stays as it is: what
+// mends the error may be elsewhere.
+void TShortTestForm::LeaveText() {
+  try {
+    Ed_Exit();
+  } catch (shorttest::WrongItem& error) {
+    const shorttest::ConnectionTexts typed = TypedTexts();
+    if (reportedTexts_ == typed) error.place.reset();
+    reportedTexts_ = typed;
+    throw;
+  }
+}
+
+void TShortTestForm::SelectItem(const shorttest::ItemPlace& place) {
+  using Text = shorttest::ItemPlace::Text;
+  wxTextCtrl& text = place.text == Text::Blocked   ? *Ed_Skip
+                     : place.text == Text::Skipped ? *Mm_SkipCon
+                                                   : *Mm_Soll;
+  const std::vector<std::string> lines = Lines(text);
+  if (place.line >= lines.size()) return;
+  const auto position = [&](std::size_t bytes) {
+    const auto column = static_cast<long>(wxString::FromUTF8(lines[place.line].substr(0, bytes)).length());
+    return place.text == Text::Blocked ? column : text.XYToPosition(column, static_cast<long>(place.line));
+  };
+  if (PageControl1->GetSelection() != TextPage) {
+    PageControl1->ChangeSelection(TextPage);
+    Window()->ForgetControl();  // the toolkit goes to the page's first text: that is not entering it
+  }
+  text.SetFocus();
+  text.SetSelection(position(place.begin), position(place.end));
 }
 
 void TShortTestForm::Mm_SollChange() {
-  if (!comp_) return;
+  if (Data() == nullptr) return;
   const auto name = [this](std::int32_t channel) { return channelNames_->Name(channel); };
   const wxString names = wxString::FromUTF8(
-      shorttest::JoinLines(shorttest::NamesView(Lines(*Mm_Soll), comp_->von, comp_->bis, name)));
+      shorttest::JoinLines(shorttest::NamesView(Lines(*Mm_Soll), Data()->von, Data()->bis, name)));
   if (Mm_SollNames->GetValue() != names) Mm_SollNames->ChangeValue(names);
 }
 
 void TShortTestForm::ConnectionGridDrawCell(wxDC& dc, CellState state, const wxRect& rectangle,
                                             bool focused) {
-  const shorttest::GridColour colour = comp_ ? shorttest::ColourOfState(state) : shorttest::NoDataColour;
+  const shorttest::GridColour colour =
+      Data() != nullptr ? shorttest::ColourOfState(state) : shorttest::NoDataColour;
   dc.SetPen(*wxTRANSPARENT_PEN);
   dc.SetBrush(wxColour(colour.red, colour.green, colour.blue));
   dc.DrawRectangle(rectangle);
@@ -75,14 +110,21 @@ void TShortTestForm::ConnectionGridDrawCell(wxDC& dc, CellState state, const wxR
 
 // The texts may have changed the data since the grid was shown: it may be of another size.
 wxString TShortTestForm::DescribeCell(int column, int row) const {
-  if (!comp_ || std::max(column, row) > comp_->Highconnections()) return {};
+  if (Data() == nullptr || std::max(column, row) > Data()->Highconnections()) return {};
   const auto name = [this](std::int32_t channel) { return channelNames_->Name(channel); };
-  return wxString::FromUTF8(shorttest::CellDescription(*comp_, column, row, name));
+  return wxString::FromUTF8(shorttest::CellDescription(*Data(), column, row, name));
 }
 
 void TShortTestForm::ShowGrid() {
-  if (comp_) ConnectionGrid->ShowData(*comp_);
+  if (Data() != nullptr) ConnectionGrid->ShowData(*Data());
   FormResize();
+}
+
+// The controls stay, so that another file can be opened; texts without data would mean nothing.
+void TShortTestForm::ShowNoData() {
+  ShowTexts({});
+  Mm_SollNames->ChangeValue("");
+  ConnectionGrid->Refresh();
 }
 
 void TShortTestForm::FormResize() {
@@ -94,19 +136,33 @@ void TShortTestForm::FormResize() {
 
 // The texts stay: they are what the matrix is rebuilt from when the range is back to what they need.
 void TShortTestForm::Ed_NChannelChange() {
-  if (!comp_ || showingRange_) return;
-  comp_->SetVonBis(UpDownMin->Position(), UpDownMax->Position());
+  document_.ChangeRange(UpDownMin->Position(), UpDownMax->Position());
   ShowGrid();
 }
 
-// Both ends are set before anything is made of them: with only one of them set, the range could end before it
-// begins, and changing the data to it would lose what is known of the channels in between. A file's channels
-// beyond the limits are shown as they are.
+void TShortTestForm::LeaveChannel(shorttest::UpDownEdit& field) {
+  if (Data() == nullptr) return;
+  const std::string typed = field.Text();
+  try {
+    document_.LeaveRange(typed);
+  } catch (...) {
+    ShowRange();
+    throw;
+  }
+  ShowRange();
+  if (shorttest::IntegerFromText(typed) != shorttest::IntegerFromText(field.Text())) {
+    replacedChannel_ = "Kanal " + typed + " ist nicht möglich, es gilt " + field.Text() + ".";
+  }
+}
+
+// Who goes on to another control has seen the number that counts instead of the one typed; who presses OK has
+// not.
+void TShortTestForm::ForgetReplacedChannel(const wxWindow* entered) {
+  if (entered != BT_OK && entered != BT_Filesave && entered != BT_Learn) replacedChannel_.clear();
+}
+
+// A file's channels beyond the limits are shown as they are.
 void TShortTestForm::ShowRange() {
-  showingRange_ = true;
-  UpDownMin->SetPosition(comp_->von);
-  UpDownMin->SetText(std::to_string(comp_->von));
-  UpDownMax->SetPosition(comp_->bis);
-  UpDownMax->SetText(std::to_string(comp_->bis));
-  showingRange_ = false;
+  UpDownMin->Show(Data()->von, std::to_string(Data()->von));
+  UpDownMax->Show(Data()->bis, std::to_string(Data()->bis));
 }

@@ -57,8 +57,7 @@ int EditorDialog::ShowModal() {
   return wxDialog::ShowModal();
 }
 
-UpDownEdit* EditorDialog::AddUpDown(wxTextCtrl& edit, const UpDownEdit::Limits& limits,
-                                    std::int32_t position) {
+UpDownEdit* EditorDialog::AddUpDown(wxTextCtrl& edit, const NumberLimits& limits, std::int32_t position) {
   upDowns_.push_back(std::make_unique<UpDownEdit>(edit, limits, position));
   return upDowns_.back().get();
 }
@@ -75,6 +74,11 @@ void EditorDialog::OnLeave(wxWindow& control, std::function<void()> handler) {
   control.Bind(wxEVT_KILL_FOCUS, &EditorDialog::OnKillFocus, this);
 }
 
+void EditorDialog::TakeOverControl() {
+  const auto leaving = leaveHandlers_.find(current_);
+  if (leaving != leaveHandlers_.end()) leaving->second();
+}
+
 void EditorDialog::LeaveControl() {
   const auto leaving = leaveHandlers_.find(std::exchange(current_, nullptr));
   if (leaving != leaveHandlers_.end()) leaving->second();
@@ -86,6 +90,11 @@ void EditorDialog::OnChildFocus(wxChildFocusEvent& event) {
   if (entered == current_) return;
   LeaveControl();
   current_ = entered;
+  Enter(entered);
+}
+
+void EditorDialog::Enter(const wxWindow* control) {
+  if (enterHandler_) enterHandler_(control);
 }
 
 void EditorDialog::OnCharHook(wxKeyEvent& event) {
@@ -105,7 +114,10 @@ void EditorDialog::OnCharHook(wxKeyEvent& event) {
 void EditorDialog::OnKillFocus(wxFocusEvent& event) {
   event.Skip();
   CallAfter([this, left = event.GetEventObject()] {
-    if (left == current_ && IsActive() && FindFocus() != current_) LeaveControl();
+    const wxWindow* const entered = FindFocus();
+    if (left != current_ || !IsActive() || entered == current_) return;
+    LeaveControl();
+    Enter(entered);
   });
 }
 

@@ -23,7 +23,7 @@ class EditorDialog : public wxDialog {
   int ShowModal() override;
 
   /// Attaches arrow buttons to an edit; the dialog keeps the pair.
-  UpDownEdit* AddUpDown(wxTextCtrl& edit, const UpDownEdit::Limits& limits, std::int32_t position);
+  UpDownEdit* AddUpDown(wxTextCtrl& edit, const NumberLimits& limits, std::int32_t position);
 
   /// Lets Alt and the letter behind the "&" in `caption` move the keyboard to `target`. Of several controls
   /// with the same letter each press takes the next one.
@@ -33,11 +33,18 @@ class EditorDialog : public wxDialog {
   /// window comes to the front.
   void OnLeave(wxWindow& control, std::function<void()> handler);
 
-  /// Acts as if the keyboard left the control that has it.
+  /// `handler` runs when the keyboard has come to another control of this dialog, once the one before was
+  /// left: with null for a control that does not tell.
+  void OnEnter(std::function<void(const wxWindow*)> handler) { enterHandler_ = std::move(handler); }
+
+  /// The control that had the keyboard is left.
   void LeaveControl();
 
   /// While `ignored`, Enter and the space bar press no button; Escape and the mouse do.
   void IgnorePressingKeys(bool ignored) { ignoresPressingKeys_ = ignored; }
+
+  /// Acts as if the keyboard left the control that has it, and came back.
+  void TakeOverControl();
 
   /// `handler` runs when the user presses F1.
   void OnHelpKey(std::function<void()> handler) { helpHandler_ = std::move(handler); }
@@ -53,12 +60,14 @@ class EditorDialog : public wxDialog {
   void OnChildFocus(wxChildFocusEvent& event);
   void OnKillFocus(wxFocusEvent& event);
   void OnCharHook(wxKeyEvent& event);
+  void Enter(const wxWindow* control);
   bool GoToAccelerator(wchar_t letter);
   wxWindow* NextTarget(wchar_t letter) const;
 
   std::vector<std::unique_ptr<UpDownEdit>> upDowns_;
   std::map<wchar_t, std::vector<wxWindow*>> accelerators_;
   std::map<wxWindow*, std::function<void()>> leaveHandlers_;
+  std::function<void(const wxWindow*)> enterHandler_;
   std::function<void()> helpHandler_;
   std::function<void(bool)> pageHandler_;
   wxWindow* current_ = nullptr;

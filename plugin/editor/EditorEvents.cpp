@@ -5,6 +5,9 @@
 #include <wx/notebook.h>
 #include <wx/textctrl.h>
 
+#include <stdexcept>
+#include <utility>
+
 #include "plugin/editor/EditorDialog.h"
 #include "plugin/editor/GUI_ShortTest.h"
 #include "plugin/editor/GridView.h"
@@ -50,11 +53,20 @@ void TShortTestForm::BindParameters() {
   exit(Ed_Schwelle2, &TShortTestForm::Ed_Schwelle2Exit);
   exit(Ed_LastRelaisKarte, &TShortTestForm::Ed_LastRelaisKarteExit);
   exit(Ed_LastRelais, &TShortTestForm::Ed_LastRelaisExit);
+  const auto leave = [this](shorttest::UpDownEdit* field,
+                            void (TShortTestForm::*handler)(shorttest::UpDownEdit&)) {
+    Window()->OnLeave(field->Edit(), [=, this] { Handle([=, this] { (this->*handler)(*field); }); });
+  };
+  leave(UpDownTimeout, &TShortTestForm::LeavePosition);
+  leave(UpDownMaxError, &TShortTestForm::LeavePosition);
+  leave(UpDownMin, &TShortTestForm::LeaveChannel);
+  leave(UpDownMax, &TShortTestForm::LeaveChannel);
+  Window()->OnEnter([this](const wxWindow* entered) { ForgetReplacedChannel(entered); });
 }
 
 void TShortTestForm::BindConnections() {
   for (wxTextCtrl* const text : {Ed_Skip, Mm_SkipCon, Mm_Soll}) {
-    Window()->OnLeave(*text, [this] { Handle([this] { Ed_Exit(); }); });
+    Window()->OnLeave(*text, [this] { Handle([this] { LeaveText(); }); });
   }
   Mm_Soll->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { Handle([this] { Mm_SollChange(); }); });
   ConnectionGrid->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
@@ -65,8 +77,10 @@ void TShortTestForm::BindConnections() {
     event.Skip();
     Window()->LeaveControl();  // a text that is no longer shown does not have the keyboard any more
     ShowGrid();
-    // The toolkit goes on to the first text of the page; looking at the texts is not yet entering one.
-    Window()->CallAfter([this] {
+    // The toolkit goes on to the first text of the page; looking at the texts is not yet entering one. An
+    // error in a text has meanwhile brought its page back.
+    Window()->CallAfter([this, page = event.GetSelection()] {
+      if (PageControl1->GetSelection() != page) return;
       Window()->ForgetControl();
       PageControl1->SetFocus();
     });
@@ -79,8 +93,7 @@ void TShortTestForm::BindConnections() {
 void TShortTestForm::BindClosing() {
   BT_OK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
     HandleClick([this] {
-      LeaveTexts();
-      if (pendingErrors_.empty()) RequestClose(mrOk);
+      if (!WritesFile() || IsReadyToWrite()) RequestClose(mrOk);
     });
   });
   ButtonCancel->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { RequestClose(mrCancel); });
@@ -88,10 +101,17 @@ void TShortTestForm::BindClosing() {
   Window()->OnHelpKey([this] { Handle([this] { ShowHelp(); }); });
 }
 
-// OK takes the keyboard from the control that has it, also when it was the Enter key that pressed the button.
-// Texts with an error in them have left the matrix half built: that must not become the expectation
-// unnoticed, and so the error is reported once more.
-void TShortTestForm::LeaveTexts() {
-  Window()->LeaveControl();
-  if (textsRejected_ && pendingErrors_.empty()) Ed_Exit();
+// A key that presses a button leaves the keyboard where it is: what was typed there counts all the same.
+bool TShortTestForm::TakeOverControl() {
+  Window()->TakeOverControl();
+  if (!pendingErrors_.empty()) return false;
+  if (!replacedChannel_.empty()) throw std::invalid_argument(std::exchange(replacedChannel_, {}));
+  return true;
+}
+
+bool TShortTestForm::IsReadyToWrite() {
+  document_.RequireData();
+  if (!TakeOverControl()) return false;
+  document_.RequireComplete(TypedTexts());
+  return true;
 }

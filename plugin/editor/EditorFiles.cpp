@@ -37,16 +37,21 @@ void TShortTestForm::BT_FileopenClick() {
   KXEdit_Datafile.SetText(FileExpression(parser_, *chosen));
   const std::string name = GetDataFileName();
   if (!std::filesystem::exists(shorttest::AbsolutePath(name))) return;
-  comp_.reset();
-  comp_ = std::make_unique<TShortTestData>(name);
+  try {
+    document_.Open(name);
+  } catch (...) {
+    ShowNoData();
+    throw;
+  }
   ShowRange();
   ShowData();
 }
 
 void TShortTestForm::BT_FilesaveClick() {
+  if (!IsReadyToWrite()) return;
   const auto chosen = shorttest::ChooseFileToSave(
       *Window(), {.directory = ProjectPath(parser_), .fileName = GetDataFileName()});
   if (!chosen) return;
   KXEdit_Datafile.SetText(FileExpression(parser_, *chosen));
-  comp_->SaveExpectationFile(GetDataFileName());
+  document_.Save(GetDataFileName());
 }

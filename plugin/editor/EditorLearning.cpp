@@ -14,22 +14,49 @@
 #include "plugin/learn/ShorttestLearn.h"
 #include "text/Rounding.h"
 
+namespace {
+
+std::string RangeBeyondTheTester(const TShortTestData& data) {
+  return "Der Tester hat die Kanäle 1 bis " + std::to_string(HWChannelCount) + ", nicht " +
+         std::to_string(data.von) + " bis " + std::to_string(data.bis) + ".";
+}
+
+}  // namespace
+
+// A learning that does not come to its end leaves data, texts and grid as they were.
 void TShortTestForm::BT_LearnClick() {
-  Window()->LeaveControl();
-  if (!pendingErrors_.empty()) return;
+  document_.RequireData();
+  if (!TakeOverControl()) return;
   if (!InitHardware()) {
     ShowError("Konnte Anzahl Kanäle nicht ermitteln.");
     return;
   }
   UpDownMin->SetMaximum(HWChannelCount - 1);
   UpDownMax->SetMaximum(HWChannelCount);
-  {
-    const LearningMode learning(*this);
-    const shorttest::DisplayEndWatch displayEnd;
-    LearnConnections(*comp_, LearnProgress);
+  if (!shorttest::HasChannelsFor(*Data())) {
+    ShowError(RangeBeyondTheTester(*Data()));
+    return;
   }
-  ShowGrid();
-  ShowConnections();
+
+  struct Show {
+    TShortTestForm& form;
+    shorttest::ConnectionTexts before;
+    bool learned = false;
+
+    ~Show() {
+      form.ShowGrid();
+      if (learned) {
+        form.ShowConnections();
+      } else {
+        form.ShowTexts(before);
+      }
+    }
+  } shown{*this, TypedTexts()};
+  const LearningMode learning(*this);
+  const shorttest::DisplayEndWatch displayEnd;
+  const shorttest::LearnOutcome outcome =
+      document_.Learn([](TShortTestData& data) { return LearnConnections(data, LearnProgress); });
+  shown.learned = outcome == shorttest::LearnOutcome::Learned;
 }
 
 // What could change the data is disabled: the user's keys and clicks are handled while the learning runs.

@@ -5,58 +5,31 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
-#include "contracts/BrenmorHWDevice.h"
-#include "plugin/editor/ChannelNumbers.h"
 #include "plugin/editor/EditorLayout.h"
 #include "plugin/editor/GUI_ShortTest.h"
 #include "plugin/editor/ShownParameters.h"
 #include "plugin/editor/UpDownEdit.h"
 
-using shorttest::FloatFromText;
-using shorttest::IntegerFromText;
-using shorttest::OhmPerKiloOhm;
-
-namespace {
-
-constexpr int WithoutVoltageControl = 0;
-constexpr int WithDischarge = 2;
-constexpr int GenerationWithoutOwnDischarge = 1;
-constexpr std::int32_t NoRelay = -1;
-
-bool IsVoltageControl(std::int32_t control) {
-  return WithoutVoltageControl <= control && control <= WithDischarge;
-}
-
-// An empty edit names no relay.
-std::int32_t RelayFromText(const std::string& text) { return text.empty() ? NoRelay : IntegerFromText(text); }
-
-}  // namespace
-
-// Setting the position of a pair writes a rounded number into its edit, and from there into the data. The
-// exact thresholds and relays follow: showing a data file must not change what a device is tested for.
+// Shows without telling the controls' handlers: showing a data file must not change what a device is tested
+// for. What the number fields of waiting time and errors cannot hold is the exception, see the document.
 void TShortTestForm::ShowData() {
-  const shorttest::ShownParameters shown = shorttest::ShowParameters(*comp_);
-  const double lowerThreshold = comp_->Schwelle;
-  const double upperThreshold = comp_->Schwelle2;
+  if (Data() == nullptr) return;
+  const shorttest::ShownParameters shown = document_.ShowParameters();
   ShowGrid();
-  CB_U->SetSelection(IsVoltageControl(shown.voltageControl) ? shown.voltageControl : wxNOT_FOUND);
-  UpDownTimeout->SetPosition(shown.timeoutMs);
-  UpDownMaxError->SetPosition(shown.maxError);
-  UpDownSchwelle->SetPosition(shown.thresholdPosition);
-  UpDownSchwelle->SetText(shown.thresholdText);
+  const bool isListed =
+      0 <= shown.voltageControl && shown.voltageControl < static_cast<int>(CB_U->GetCount());
+  CB_U->SetSelection(isListed ? shown.voltageControl : wxNOT_FOUND);
+  UpDownTimeout->Show(shown.timeoutMs, std::to_string(shown.timeoutMs));
+  UpDownMaxError->Show(shown.maxError, std::to_string(shown.maxError));
+  UpDownSchwelle->Show(shown.thresholdPosition, shown.thresholdText);
   UpDownSchwelle2->SetMinimum(shown.upperThresholdMinimum);
-  UpDownSchwelle2->SetPosition(shown.upperThresholdPosition);
-  UpDownSchwelle2->SetText(shown.upperThresholdText);
-  comp_->Schwelle = lowerThreshold;
-  comp_->Schwelle2 = upperThreshold;
+  UpDownSchwelle2->Show(shown.upperThresholdPosition, shown.upperThresholdText);
   if (shown.terminatingRelay) {
-    UpDownLastRelaisKarte->SetPosition(shown.terminatingRelay->card);
-    UpDownLastRelaisKarte->SetText(std::to_string(shown.terminatingRelay->card));
-    UpDownLastRelais->SetPosition(shown.terminatingRelay->relay);
-    UpDownLastRelais->SetText(std::to_string(shown.terminatingRelay->relay));
+    UpDownLastRelaisKarte->Show(shown.terminatingRelay->card, std::to_string(shown.terminatingRelay->card));
+    UpDownLastRelais->Show(shown.terminatingRelay->relay, std::to_string(shown.terminatingRelay->relay));
   } else {
-    UpDownLastRelaisKarte->SetText("");
-    UpDownLastRelais->SetText("");
+    UpDownLastRelaisKarte->ShowText("");
+    UpDownLastRelais->ShowText("");
   }
   ProgressBar1->SetValue(0);
   ShowConnections();
@@ -65,68 +38,73 @@ void TShortTestForm::ShowData() {
 }
 
 void TShortTestForm::UpdateWarning() {
-  const int control = CB_U->GetSelection();
-  const char* warning = "";
-  if (control == WithoutVoltageControl) {
-    warning = "Warnung: Spannung im Prüfling kann Messkanäle beschädigen";
-  } else if (control == WithDischarge && comp_ && comp_->LastRelaisKarte <= 0 && comp_->LastRelais <= 0 &&
-             brenmor_adx_hw_generation() == GenerationWithoutOwnDischarge) {
-    warning = "Warnung: Die Entladungsfunktion funktioniert nur mit Abschlusswiderstand.";
-  }
-  shorttest::ShowWarning(*LabelWarning, wxString::FromUTF8(warning));
+  shorttest::ShowWarning(*LabelWarning, wxString::FromUTF8(document_.Warning(CB_U->GetSelection())));
 }
 
 void TShortTestForm::CB_UChange() {
-  if (comp_) comp_->U_Control = CB_U->GetSelection();
+  document_.SetVoltageControl(CB_U->GetSelection());
   UpdateWarning();
 }
 
-void TShortTestForm::Ed_TimeoutChange() {
-  if (comp_) comp_->Timeout = UpDownTimeout->Position();
-}
+void TShortTestForm::Ed_TimeoutChange() { document_.SetTimeout(UpDownTimeout->Position()); }
 
-void TShortTestForm::Ed_MaxErrorChange() {
-  if (comp_) comp_->MaxError = UpDownMaxError->Position();
-}
+void TShortTestForm::Ed_MaxErrorChange() { document_.SetMaxError(UpDownMaxError->Position()); }
 
 void TShortTestForm::Ed_SchwelleChange() {
-  if (!comp_ || UpDownSchwelle->Text().empty()) return;
-  comp_->Schwelle = FloatFromText(UpDownSchwelle->Text());
-  UpDownSchwelle2->SetMinimum(shorttest::UpperThresholdMinimum(comp_->Schwelle));
+  document_.TypeLowerThreshold(UpDownSchwelle->Text());
+  if (Data() != nullptr) UpDownSchwelle2->SetMinimum(shorttest::UpperThresholdMinimum(Data()->Schwelle));
 }
 
-// An empty lower threshold has no meaning: it is the error that any other text is.
 void TShortTestForm::Ed_SchwelleExit() {
-  if (comp_) comp_->Schwelle = FloatFromText(UpDownSchwelle->Text());
+  LeaveField(
+      *UpDownSchwelle, [this](const std::string& typed) { document_.LeaveLowerThreshold(typed); },
+      [this] { return document_.LowerThresholdText(); });
 }
 
-void TShortTestForm::Ed_Schwelle2Change() {
-  if (!comp_ || UpDownSchwelle2->Text().empty()) return;
-  comp_->Schwelle2 = FloatFromText(UpDownSchwelle2->Text()) * OhmPerKiloOhm;
-}
+void TShortTestForm::Ed_Schwelle2Change() { document_.TypeUpperThreshold(UpDownSchwelle2->Text()); }
 
 void TShortTestForm::Ed_Schwelle2Exit() {
-  if (!comp_) return;
-  const std::string text = UpDownSchwelle2->Text();
-  comp_->Schwelle2 = text.empty() ? comp_->Schwelle : FloatFromText(text) * OhmPerKiloOhm;
+  LeaveField(
+      *UpDownSchwelle2, [this](const std::string& typed) { document_.LeaveUpperThreshold(typed); },
+      [this] { return document_.UpperThresholdText(); });
 }
 
 // Leaves the warning as it is: it follows the relay's number alone.
-void TShortTestForm::Ed_LastRelaisKarteChange() {
-  const std::string text = UpDownLastRelaisKarte->Text();
-  if (comp_ && !text.empty()) comp_->LastRelaisKarte = IntegerFromText(text);
-}
+void TShortTestForm::Ed_LastRelaisKarteChange() { document_.TypeRelayCard(UpDownLastRelaisKarte->Text()); }
 
 void TShortTestForm::Ed_LastRelaisKarteExit() {
-  if (comp_) comp_->LastRelaisKarte = RelayFromText(UpDownLastRelaisKarte->Text());
+  LeaveField(
+      *UpDownLastRelaisKarte, [this](const std::string& typed) { document_.LeaveRelayCard(typed); },
+      [this] { return document_.RelayCardText(); });
 }
 
 void TShortTestForm::Ed_LastRelaisChange() {
-  const std::string text = UpDownLastRelais->Text();
-  if (comp_ && !text.empty()) comp_->LastRelais = IntegerFromText(text);
+  document_.TypeRelay(UpDownLastRelais->Text());
   UpdateWarning();
 }
 
 void TShortTestForm::Ed_LastRelaisExit() {
-  if (comp_) comp_->LastRelais = RelayFromText(UpDownLastRelais->Text());
+  LeaveField(
+      *UpDownLastRelais, [this](const std::string& typed) { document_.LeaveRelay(typed); },
+      [this] { return document_.RelayText(); });
+}
+
+// Whatever comes of leaving it, the field then shows what counts.
+void TShortTestForm::LeaveField(shorttest::UpDownEdit& field,
+                                const std::function<void(const std::string& typed)>& leave,
+                                const std::function<std::string()>& textThatCounts) {
+  if (Data() == nullptr) return;
+  try {
+    leave(field.Text());
+  } catch (...) {
+    field.ShowText(textThatCounts());
+    throw;
+  }
+  field.ShowText(textThatCounts());
+}
+
+void TShortTestForm::LeavePosition(shorttest::UpDownEdit& field) {
+  LeaveField(
+      field, [](const std::string& typed) { shorttest::IntegerFromText(typed); },
+      [&field] { return std::to_string(field.Position()); });
 }

@@ -55,7 +55,7 @@ void TShortTestForm::FormCreate() {
 void TShortTestForm::FormDestroy() {
   window_.reset();
   channelNames_.reset();
-  comp_.reset();
+  document_.Close();
   if (ActiveShortTestForm == this) ActiveShortTestForm = nullptr;
 }
 
@@ -67,7 +67,8 @@ int TShortTestForm::ShowModal() {
   if (Window() == nullptr) MakeWindow();
   modalResult_ = mrNone;
   pendingErrors_.clear();
-  textsRejected_ = false;
+  reportedTexts_.reset();
+  replacedChannel_.clear();
   Window()->ForgetControl();
   FormShow();
   KXEdit_Datafile.Control()->SetFocus();
@@ -89,12 +90,13 @@ void TShortTestForm::MakeWindow() {
 
 void TShortTestForm::FormShow() {
   ActiveShortTestForm = this;
-  comp_.reset();
-  if (!KXEdit_Datafile.GetText().empty()) {
-    comp_ = std::make_unique<TShortTestData>(GetDataFileName());
-    ShowRange();
+  if (KXEdit_Datafile.GetText().empty()) {
+    document_.New(UpDownMin->Position(), UpDownMax->Position());
+  } else {
+    document_.Close();
+    document_.Open(GetDataFileName());
   }
-  if (!comp_) comp_ = std::make_unique<TShortTestData>(UpDownMin->Position(), UpDownMax->Position());
+  ShowRange();
   OpenChannelNames();
   ShowData();
   if (breInit_) breInit_();
@@ -107,9 +109,14 @@ void TShortTestForm::OpenChannelNames() {
 
 void TShortTestForm::FormClose() {
   if (modalResult_ == mrCancel || modalResult_ == mrAbort) return;
-  if (!KXEdit_Datafile.GetText().empty()) comp_->SaveExpectationFile(GetDataFileName());
-  comp_.reset();
+  if (WritesFile()) document_.Save(GetDataFileName());
+  document_.Close();
   ActiveShortTestForm = nullptr;
+}
+
+// Without a file name the data is discarded, without a message.
+bool TShortTestForm::WritesFile() const {
+  return document_.Data() != nullptr && !KXEdit_Datafile.GetText().empty();
 }
 
 void TShortTestForm::RequestClose(int modalResult) {
@@ -139,8 +146,10 @@ void TShortTestForm::CloseIfRequested() {
 void TShortTestForm::Handle(const std::function<void()>& handler) {
   try {
     handler();
+  } catch (const shorttest::WrongItem& error) {
+    ReportError({error.what(), error.place});
   } catch (const std::exception& error) {
-    ReportError(error.what());
+    ReportError({error.what(), std::nullopt});
   }
 }
 
@@ -148,6 +157,8 @@ void TShortTestForm::HandleClick(const std::function<void()>& handler) {
   if (!pendingErrors_.empty()) return;
   try {
     handler();
+  } catch (const shorttest::WrongItem& error) {
+    ShowReport({error.what(), error.place});
   } catch (const std::exception& error) {
     ShowError(error.what());
   }
@@ -155,12 +166,17 @@ void TShortTestForm::HandleClick(const std::function<void()>& handler) {
 
 // Shown once the event at hand is dealt with: these come from an edit that is just losing the keyboard or
 // taking a key, and a message box must not open in the middle of that.
-void TShortTestForm::ReportError(const std::string& text) {
-  pendingErrors_.push_back(text);
+void TShortTestForm::ReportError(Report report) {
+  pendingErrors_.push_back(std::move(report));
   if (pendingErrors_.size() > 1) return;
   Window()->CallAfter([this] {
-    for (const std::string& error : std::exchange(pendingErrors_, {})) ShowError(error);
+    for (const Report& pending : std::exchange(pendingErrors_, {})) ShowReport(pending);
   });
+}
+
+void TShortTestForm::ShowReport(const Report& report) {
+  ShowError(report.text);
+  if (report.place) SelectItem(*report.place);
 }
 
 void TShortTestForm::ShowError(const std::string& text) {

@@ -2,27 +2,30 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "framework/kxcomponents.h"
-#include "plugin/data/ShorttestData.h"
+#include "plugin/editor/ChannelNumbers.h"
 #include "plugin/editor/DataFileEdit.h"
 #include "plugin/editor/EditorControls.h"
+#include "plugin/editor/ExpectationDocument.h"
 
 class TKXParser;
 class wxDC;
 class wxRect;
 class wxString;
+class wxWindow;
 
 namespace shorttest {
 class EditorDialog;
 class ProjectChannelNames;
-struct ConnectionTexts;
 }  // namespace shorttest
 
 /// The modal editor dialog of the command `ShortTest`: names the data file, sets the test parameters, edits
-/// the expected connections as text, shows them as a grid, and learns them from a device.
+/// the expected connections as text, shows them as a grid, and learns them from a device. What it edits, and
+/// by which rules, is the ExpectationDocument; the dialog shows.
 ///
 /// The object can be made without a toolkit and without a screen; the window comes with the first ShowModal.
 /// It may be shown many times. Errors in what the user does appear in a message box and never end the
@@ -53,8 +56,9 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
   /// The data file's name as a script expression.
   shorttest::DataFileEdit KXEdit_Datafile;
 
-  /// The data being edited; null before the first showing and after OK.
-  const TShortTestData* Data() const { return comp_.get(); }
+  /// The data being edited; null before the first showing, after OK, and after "Öffnen" of a file that cannot
+  /// be read.
+  const TShortTestData* Data() const { return document_.Data(); }
 
   /// mrNone while the dialog is open.
   int ModalResult() const { return modalResult_; }
@@ -86,6 +90,7 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
   void Ed_LastRelaisChange();
   void Ed_LastRelaisExit();
   void Ed_NChannelChange();
+  /// Rebuilds the matrix from the texts, whatever it held.
   void Ed_Exit();
   void Mm_SollChange();
   void FormResize();
@@ -125,17 +130,41 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
 
   void OpenChannelNames();
   void ShowRange();
+  void ShowTexts(const shorttest::ConnectionTexts& texts);
   void ShowGrid();
   wxString DescribeCell(int column, int row) const;
+  void ShowNoData();
   void ShowHelp() const;
-  void LeaveTexts();
   shorttest::ConnectionTexts TypedTexts() const;
+
+  // Fields that are left. The texts have Ed_Exit, the thresholds and relays the handlers of their names.
+  void LeaveField(shorttest::UpDownEdit& field, const std::function<void(const std::string& typed)>& leave,
+                  const std::function<std::string()>& textThatCounts);
+  void LeavePosition(shorttest::UpDownEdit& field);
+  void LeaveChannel(shorttest::UpDownEdit& field);
+  void LeaveText();
+  void ForgetReplacedChannel(const wxWindow* entered);
+
+  /// What comes before the data is used: the control that has the keyboard counts as left. False when that is
+  /// an error, of which the user is told later.
+  bool TakeOverControl();
+  /// The same before it is written; throws what keeps it from that.
+  bool IsReadyToWrite();
+  bool WritesFile() const;
+
+  /// An error for the user, and the item of the texts that it is about.
+  struct Report {
+    std::string text;
+    std::optional<shorttest::ItemPlace> place;
+  };
 
   /// Runs a handler; what it throws goes to the user.
   void Handle(const std::function<void()>& handler);
   /// The same for a click, which an error on the way to it cancels.
   void HandleClick(const std::function<void()>& handler);
-  void ReportError(const std::string& text);
+  void ReportError(Report report);
+  void ShowReport(const Report& report);
+  void SelectItem(const shorttest::ItemPlace& place);
   static void ShowError(const std::string& text);
 
   void RequestClose(int modalResult);
@@ -143,14 +172,14 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
 
   std::function<void()> breInit_;
   TKXParser* parser_ = nullptr;
-  std::unique_ptr<TShortTestData> comp_;
+  shorttest::ExpectationDocument document_;
   std::unique_ptr<shorttest::ProjectChannelNames> channelNames_;
   std::unique_ptr<NativeWindow> window_;
-  std::vector<std::string> pendingErrors_;
+  std::vector<Report> pendingErrors_;
+  std::optional<shorttest::ConnectionTexts> reportedTexts_;  // whose wrong item has been selected
+  std::string replacedChannel_;  // of a number that the range fields cannot hold, just left
   int modalResult_ = 0;
   bool learning_ = false;
-  bool showingRange_ = false;
-  bool textsRejected_ = false;
 };
 
 /// The editor dialog that is showing; null when there is none.

@@ -11,6 +11,7 @@
 #include "plugin/editor/DataFileEdit.h"
 #include "plugin/editor/DesignScale.h"
 #include "plugin/editor/EditorLayout.h"
+#include "plugin/editor/ExpectationDocument.h"
 #include "plugin/editor/FittingColumn.h"
 
 namespace shorttest {
@@ -59,7 +60,7 @@ class Column {
   }
 
   // An edit with arrow buttons.
-  std::pair<wxTextCtrl*, UpDownEdit*> MakeNumber(int width, const UpDownEdit::Limits& limits,
+  std::pair<wxTextCtrl*, UpDownEdit*> MakeNumber(int width, const NumberLimits& limits,
                                                  std::int32_t position) {
     wxTextCtrl* const edit = MakeEdit(width);
     return {edit, dialog_.AddUpDown(*edit, limits, position)};
@@ -74,7 +75,7 @@ class Column {
 
   // A label, an edit with arrow buttons, and the unit.
   std::pair<wxTextCtrl*, UpDownEdit*> AddNumber(const char* caption, const char* unit,
-                                                const UpDownEdit::Limits& limits, std::int32_t position) {
+                                                const NumberLimits& limits, std::int32_t position) {
     AddLabel(caption);
     const auto number = MakeNumber(NumberWidth, limits, position);
     Accelerate(caption, *number.first);
@@ -148,9 +149,9 @@ void AddVoltageControl(Column& column, EditorControls& controls) {
 
 void AddOptions(Column& column, EditorControls& controls) {
   std::tie(controls.Ed_Timeout, controls.UpDownTimeout) =
-      column.AddNumber("&Wartezeit für Entladung", "ms", {0, 10000, 1000}, 5000);
+      column.AddNumber("&Wartezeit für Entladung", "ms", TimeoutLimits, 5000);
   std::tie(controls.Ed_MaxError, controls.UpDownMaxError) =
-      column.AddNumber("Maximale Anzahl &Fehler", "", {1, 10000}, 10);
+      column.AddNumber("Maximale Anzahl &Fehler", "", MaxErrorLimits, 10);
 }
 
 void AddTerminatingResistor(Column& column, EditorControls& controls) {

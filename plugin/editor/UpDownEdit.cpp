@@ -1,20 +1,19 @@
 #include "plugin/editor/UpDownEdit.h"
 
-#include <algorithm>
-
 #include "plugin/editor/StepButtons.h"
-#include "text/NumberText.h"
 
 namespace shorttest {
 
-UpDownEdit::UpDownEdit(wxTextCtrl& edit, const Limits& limits, std::int32_t position)
-    : edit_(edit), limits_(limits), buttons_(MakeStepButtons(*edit.GetParent(), [this](int direction) {
+UpDownEdit::UpDownEdit(wxTextCtrl& edit, const NumberLimits& limits, std::int32_t position)
+    : edit_(edit),
+      position_(limits, position),
+      buttons_(MakeStepButtons(*edit.GetParent(), [this](int direction) {
         edit_.SetFocus();
         Step(direction);
       })) {
   SetPosition(position);
   edit_.Bind(wxEVT_TEXT, [this](wxCommandEvent&) {
-    Follow();
+    position_.Follow(Text());
     if (changeHandler_) changeHandler_();
   });
   edit_.Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
@@ -30,8 +29,8 @@ UpDownEdit::UpDownEdit(wxTextCtrl& edit, const Limits& limits, std::int32_t posi
 }
 
 void UpDownEdit::SetPosition(std::int32_t position) {
-  position_ = std::max(limits_.minimum, std::min(position, limits_.maximum));
-  SetText(std::to_string(position_));
+  position_.Set(position);
+  SetText(std::to_string(Position()));
 }
 
 std::string UpDownEdit::Text() const { return edit_.GetValue().utf8_string(); }
@@ -41,15 +40,16 @@ void UpDownEdit::SetText(const std::string& text) {
   if (edit_.GetValue() != value) edit_.SetValue(value);
 }
 
-void UpDownEdit::Step(int direction) {
-  const std::int64_t target = std::int64_t{position_} + std::int64_t{direction} * limits_.step;
-  SetPosition(static_cast<std::int32_t>(
-      std::clamp<std::int64_t>(target, std::min(limits_.minimum, limits_.maximum), limits_.maximum)));
+void UpDownEdit::Show(std::int32_t position, const std::string& text) {
+  position_.Set(position);
+  position_.Follow(text);
+  const wxString value = wxString::FromUTF8(text);
+  if (edit_.GetValue() != value) edit_.ChangeValue(value);
 }
 
-void UpDownEdit::Follow() {
-  const auto typed = TextToInteger(Text());
-  if (typed && limits_.minimum <= *typed && *typed <= limits_.maximum) position_ = *typed;
+void UpDownEdit::Step(int direction) {
+  position_.Step(direction);
+  SetText(std::to_string(Position()));
 }
 
 }  // namespace shorttest

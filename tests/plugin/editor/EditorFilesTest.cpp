@@ -281,20 +281,6 @@ TEST_F(EditorFiles, RefusedNameToOpenIsFollowedByAnotherChoice) {
   EXPECT_EQ(user.dialogs, 2);
 }
 
-TEST_F(EditorFiles, SaveWritesTheDataAsItStands) {
-  FileDialogUser user({ProjectFile("neu")});
-  Show([&] {
-    Enter(*form.Mm_Soll);
-    Type("1 2");
-    Press('S', wxMOD_ALT);  // the memo keeps the keyboard: its text has not reached the data
-    EXPECT_TRUE(widget_test::WaitFor([this] { return std::filesystem::exists(ProjectFile("neu.dat")); }));
-    EXPECT_EQ(TShortTestData(ProjectFile("neu.dat")).Get(0, 1), CellState::Unknown);
-    EXPECT_EQ(DataFileText(), "PROJEKTPFAD + \"neu.dat\"");
-  });
-  EXPECT_EQ(user.style & (wxFD_SAVE | wxFD_OVERWRITE_PROMPT | wxFD_CHANGE_DIR),
-            wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
-}
-
 TEST_F(EditorFiles, SaveAndReopen) {
   FileDialogUser user({ProjectFile("neu.dat"), ProjectFile("neu.dat")});
   Show([&] {

@@ -35,23 +35,40 @@ class EditorParameters : public EditorTest {
       "Warnung: Die Entladungsfunktion funktioniert nur mit Abschlusswiderstand.";
 };
 
-TEST_F(EditorParameters, EmptyDataFileEditGivesNewDataForChannels1To48) {
+// Each field to its own parameter, at every key and when it is left.
+TEST_F(EditorParameters, TypingReachesTheDataAtOnce) {
   Show([this] {
-    EXPECT_EQ(Data().von, 1);
-    EXPECT_EQ(Data().bis, 48);
-    EXPECT_EQ(Data().Schwelle, 10.0);
-    EXPECT_EQ(Data().Schwelle2, 10.0);
-    EXPECT_EQ(Data().U_Control, 2);
-    EXPECT_EQ(Data().Timeout, 5000);
-    EXPECT_EQ(Data().MaxError, 10);
-    EXPECT_EQ(TextOf(form.Ed_Schwelle), "10");
-    EXPECT_EQ(TextOf(form.Ed_Schwelle2), "");
-    EXPECT_EQ(TextOf(form.Ed_Timeout), "5000");
-    EXPECT_EQ(TextOf(form.Ed_MaxError), "10");
-    EXPECT_EQ(TextOf(form.Ed_MinChannel), "1");
-    EXPECT_EQ(TextOf(form.Ed_MaxChannel), "48");
-    EXPECT_EQ(form.CB_U->GetSelection(), 2);
-    EXPECT_EQ(form.ProgressBar1->GetValue(), 0);
+    Replace(*form.Ed_Schwelle, "2,50");
+    EXPECT_EQ(Data().Schwelle, 2.5);
+    Replace(*form.Ed_Schwelle2, "1,50");
+    EXPECT_EQ(TextOf(form.Ed_Schwelle), "2,5");
+    EXPECT_EQ(Data().Schwelle2, 1500.0);
+    Replace(*form.Ed_Timeout, "20000");
+    EXPECT_EQ(TextOf(form.Ed_Schwelle2), "1,5");
+    EXPECT_EQ(Data().Timeout, 2000);  // the last number typed that is within the limits
+    Replace(*form.Ed_MaxError, "99");
+    EXPECT_EQ(TextOf(form.Ed_Timeout), "2000");
+    EXPECT_EQ(Data().MaxError, 99);
+    Replace(*form.Ed_LastRelaisKarte, "05");
+    Replace(*form.Ed_LastRelais, "06");
+    EXPECT_EQ(Data().LastRelaisKarte, 5);
+    EXPECT_EQ(Data().LastRelais, 6);
+    Enter(*form.Ed_Timeout);
+    EXPECT_EQ(TextOf(form.Ed_LastRelaisKarte) + TextOf(form.Ed_LastRelais), "56");
+  });
+}
+
+TEST_F(EditorParameters, TextThatIsNoNumberIsAnErrorAndGivesWayToWhatCounts) {
+  Show([this] {
+    for (wxTextCtrl* const edit : {form.Ed_Schwelle, form.Ed_Timeout, form.Ed_MaxError, form.Ed_MaxChannel}) {
+      const std::string before = TextOf(edit);
+      SCOPED_TRACE(before);
+      Replace(*edit, "");
+      EXPECT_EQ(TakeErrors(), std::vector<std::string>{});
+      Click(*form.Ed_Schwelle2);
+      EXPECT_THAT(TakeErrors(), ElementsAre(HasSubstr("\"\"")));
+      EXPECT_EQ(TextOf(edit), before);
+    }
   });
 }
 
@@ -81,17 +98,6 @@ TEST_F(EditorParameters, DataFileIsShown) {
   });
 }
 
-TEST_F(EditorParameters, ShowingKeepsThresholdsThatTheirPositionsRound) {
-  TShortTestData data(1, 4);
-  data.Schwelle = 0.123456789012345;
-  data.Schwelle2 = 2500.25;
-  UseExpectation(data);
-  Show([this] {
-    EXPECT_EQ(Data().Schwelle, 0.123456789012345);
-    EXPECT_EQ(Data().Schwelle2, 2500.25);
-  });
-}
-
 TEST_F(EditorParameters, ShowingKeepsARelayBeyondTheLimits) {
   TShortTestData data(1, 4);
   data.LastRelaisKarte = 12;
@@ -115,54 +121,11 @@ TEST_F(EditorParameters, UnknownVoltageControlSelectsNothing) {
   });
 }
 
-TEST_F(EditorParameters, UpperThresholdNotAboveTheLowerIsEmpty) {
-  TShortTestData data(1, 4);
-  data.Schwelle = 100.0;
-  data.Schwelle2 = 100.0;
-  UseExpectation(data);
-  Show([this] { EXPECT_EQ(TextOf(form.Ed_Schwelle2), ""); });
-}
-
-TEST_F(EditorParameters, LeavingTheUpperThresholdEmptyMakesItTheLower) {
-  Show([this] {
-    Replace(*form.Ed_Schwelle, "25");
-    Enter(*form.Ed_Schwelle2);
-    Enter(*form.Ed_Timeout);
-    EXPECT_EQ(Data().Schwelle, 25.0);
-    EXPECT_EQ(Data().Schwelle2, 25.0);
-  });
-}
-
 TEST_F(EditorParameters, LowerThreshold2500OhmSetsTheUpperMinimumTo2KiloOhm) {
   Show([this] {
     Replace(*form.Ed_Schwelle, "2500");
     EXPECT_EQ(Data().Schwelle, 2500.0);
     EXPECT_EQ(form.UpDownSchwelle2->Minimum(), 2);
-  });
-}
-
-TEST_F(EditorParameters, UpperThreshold15000OhmShows15) {
-  TShortTestData data(1, 4);
-  data.Schwelle2 = 15000.0;
-  UseExpectation(data);
-  Show([this] { EXPECT_EQ(TextOf(form.Ed_Schwelle2), "15"); });
-}
-
-TEST_F(EditorParameters, UpperThresholdIsTypedInKiloOhm) {
-  Show([this] {
-    Replace(*form.Ed_Schwelle2, "1,5");
-    EXPECT_EQ(Data().Schwelle2, 1500.0);
-  });
-}
-
-TEST_F(EditorParameters, WithoutTerminatingResistorBothRelayEditsAreEmpty) {
-  TShortTestData data(1, 4);
-  data.LastRelaisKarte = 3;
-  UseExpectation(data);
-  Show([this] {
-    EXPECT_EQ(TextOf(form.Ed_LastRelaisKarte), "");
-    EXPECT_EQ(TextOf(form.Ed_LastRelais), "");
-    EXPECT_EQ(Data().LastRelaisKarte, 3);
   });
 }
 
@@ -182,19 +145,6 @@ TEST_F(EditorParameters, ClearingARelayEditAndLeavingItStoresMinusOne) {
   });
 }
 
-TEST_F(EditorParameters, TypingReachesTheDataAtOnce) {
-  Show([this] {
-    Replace(*form.Ed_Timeout, "1234");
-    EXPECT_EQ(Data().Timeout, 1234);
-    Replace(*form.Ed_MaxError, "99");
-    EXPECT_EQ(Data().MaxError, 99);
-    Replace(*form.Ed_LastRelaisKarte, "5");
-    Replace(*form.Ed_LastRelais, "6");
-    EXPECT_EQ(Data().LastRelaisKarte, 5);
-    EXPECT_EQ(Data().LastRelais, 6);
-  });
-}
-
 TEST_F(EditorParameters, ArrowKeysReachTheData) {
   Show([this] {
     Enter(*form.Ed_Timeout);
@@ -203,13 +153,6 @@ TEST_F(EditorParameters, ArrowKeysReachTheData) {
     Enter(*form.Ed_Schwelle);
     Press(WXK_DOWN);
     EXPECT_EQ(Data().Schwelle, 9.0);
-  });
-}
-
-TEST_F(EditorParameters, NumberOutsideTheLimitsKeepsThePositionInTheData) {
-  Show([this] {
-    Replace(*form.Ed_Timeout, "20000");
-    EXPECT_EQ(Data().Timeout, 2000);  // the last number typed that is within the limits
   });
 }
 
@@ -228,30 +171,6 @@ TEST_F(EditorParameters, VoltageControlIsChosen) {
 TEST_F(EditorParameters, DischargeWarningShowsForGeneration1WithoutResistor) {
   driver.Generation(1);
   Show([this] { EXPECT_EQ(Warning(), DischargeWarning); });
-}
-
-TEST_F(EditorParameters, NoDischargeWarningForOtherGenerations) {
-  driver.Generation(2);
-  Show([this] { EXPECT_EQ(Warning(), ""); });
-}
-
-TEST_F(EditorParameters, NoDischargeWarningWithAResistor) {
-  driver.Generation(1);
-  TShortTestData data(1, 4);
-  data.LastRelaisKarte = 1;
-  data.LastRelais = 1;
-  UseExpectation(data);
-  Show([this] { EXPECT_EQ(Warning(), ""); });
-}
-
-TEST_F(EditorParameters, VoltageWarningShowsWhateverTheHardware) {
-  TShortTestData data(1, 4);
-  data.U_Control = 0;
-  for (const int generation : {1, 2}) {
-    driver.Generation(generation);
-    UseExpectation(data);
-    Show([this] { EXPECT_EQ(Warning(), VoltageWarning); });
-  }
 }
 
 TEST_F(EditorParameters, ChoosingOhneShowsTheVoltageWarning) {
@@ -304,26 +223,6 @@ TEST_F(EditorParameters, WrongNumberIsReportedAndItsCorrectionTaken) {
     EXPECT_EQ(Data().Schwelle, 3.0);
     Enter(*form.Ed_Timeout);
     EXPECT_EQ(TakeErrors(), std::vector<std::string>{});
-  });
-}
-
-TEST_F(EditorParameters, WrongRelayIsReportedAndTheDataKept) {
-  Show([this] {
-    Replace(*form.Ed_LastRelais, "1.5");
-    EXPECT_THAT(TakeErrors(), ElementsAre(HasSubstr("\"1.\""), HasSubstr("\"1.5\"")));
-    EXPECT_EQ(Data().LastRelais, 1);
-    Replace(*form.Ed_LastRelais, "2");
-    EXPECT_EQ(Data().LastRelais, 2);
-  });
-}
-
-TEST_F(EditorParameters, LeavingTheLowerThresholdEmptyIsAnError) {
-  Show([this] {
-    Replace(*form.Ed_Schwelle, "");
-    EXPECT_EQ(TakeErrors(), std::vector<std::string>{});
-    Enter(*form.Ed_Timeout);
-    EXPECT_THAT(TakeErrors(), ElementsAre(HasSubstr("\"\"")));
-    EXPECT_EQ(Data().Schwelle, 10.0);
   });
 }
 

@@ -20,6 +20,9 @@ class FileDialogUser : public wxModalDialogHook {
   /// The same with Enter.
   void SaysYes() { saysYes_ = true; }
 
+  /// The name for the next dialog after those given before.
+  void Next(const std::string& name) { names_.push_back(name); }
+
   int dialogs = 0;  ///< that were opened
   // What the last one was opened with.
   long style = 0;
