@@ -41,8 +41,8 @@ namespace shorttest {
 /// The command class as the host sees it.
 const TKXCommandClass& ShortTestCommandClass();
 
-/// What the host handed over at registration, besides the message window (plugin/check/ResultRecords.h).
-/// Written once, by the entry; null before.
+/// What the host handed over at registration, besides the message window (plugin/check/ResultRecords.h). Written
+/// once, by the entry; null before.
 struct HostValues {
   TKXParser* appParser = nullptr;
   TBreInit breInit = nullptr;
