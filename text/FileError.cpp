@@ -15,7 +15,7 @@ std::string FailureText(FileError::Step step, const std::filesystem::path& path)
 std::string SizeText(std::uintmax_t size, std::uintmax_t limit) {
   return (size > 0 ? "it holds " + std::to_string(size) + " bytes, more than the "
                    : std::string("it holds more than the ")) +
-         std::to_string(limit) + " that are possible";
+         std::to_string(limit) + (size > 0 ? "" : " bytes") + " that are possible";
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ bool SameName(std::string_view a, std::string_view b) {
 std::optional<std::string_view> SectionName(std::string_view line) {
   const std::string_view text = Trim(line);
   if (text.empty() || text.front() != '[') return std::nullopt;
-  const std::size_t close = text.rfind(']');
+  const std::size_t close = text.find(']');  // a comment after it may hold another
   if (close == std::string_view::npos) return std::nullopt;
   return text.substr(1, close - 1);
 }

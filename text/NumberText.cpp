@@ -1,10 +1,12 @@
 #include "text/NumberText.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <cstdio>
+#include <limits>
 #include <system_error>
 
 #include "text/Trim.h"
@@ -63,6 +65,62 @@ std::size_t CountDigits(std::string_view text) {
   return end == std::string_view::npos ? text.size() : end;
 }
 
+// Takes a sign off the front of the text; '+' where there is none.
+char TakeSign(std::string_view& text) {
+  if (text.empty() || (text[0] != '+' && text[0] != '-')) return '+';
+  const char sign = text[0];
+  text.remove_prefix(1);
+  return sign;
+}
+
+// An exponent so large that no digits before it make up for it.
+constexpr int MostExponent = 1'000'000'000;
+
+// Takes the digits of an exponent and their sign off the front of the text; no value where there are none.
+std::optional<int> TakeExponent(std::string_view& text) {
+  const char sign = TakeSign(text);
+  const std::size_t digits = CountDigits(text);
+  if (digits == 0) return std::nullopt;
+  int exponent = 0;
+  const auto result = std::from_chars(text.data(), text.data() + digits, exponent);
+  if (result.ec != std::errc() || exponent > MostExponent) exponent = MostExponent;
+  text.remove_prefix(digits);
+  return sign == '-' ? -exponent : exponent;
+}
+
+// A number without its sign, in the notation of from_chars.
+struct Decimal {
+  std::string mantissa;
+  int exponent = 0;
+};
+
+std::optional<double> InRange(const Decimal& decimal) {
+  const std::string number = decimal.mantissa + "e" + std::to_string(decimal.exponent);
+  double value = 0.0;
+  const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+  return result.ec == std::errc() ? std::optional(value) : std::nullopt;
+}
+
+bool IsBelowOne(const Decimal& decimal) {
+  const std::size_t point = std::min(decimal.mantissa.find('.'), decimal.mantissa.size());
+  const std::size_t first = decimal.mantissa.find_first_not_of("0.");
+  if (first == std::string::npos) return true;
+  const auto before = static_cast<std::ptrdiff_t>(point) - static_cast<std::ptrdiff_t>(first);
+  return before + decimal.exponent <= 0;
+}
+
+// What is too small for a double is 0. The largest double is written rounded up, and so much too large a
+// number is still read as that; anything larger is none.
+std::optional<double> Magnitude(const Decimal& decimal) {
+  if (const auto value = InRange(decimal)) return value;
+  constexpr double Largest = std::numeric_limits<double>::max();
+  constexpr double TenthOfLargestWritten = 1.79769313486232E307;
+  const auto tenth = InRange({decimal.mantissa, decimal.exponent - 1});
+  if (tenth)
+    return *tenth <= TenthOfLargestWritten ? std::optional(*tenth < 1.0 ? 0.0 : Largest) : std::nullopt;
+  return IsBelowOne(decimal) ? std::optional(0.0) : std::nullopt;
+}
+
 std::optional<std::string>& FixedSeparator() {
   static std::optional<std::string> separator;
   return separator;
@@ -101,14 +159,10 @@ std::string FloatToFixedText(double value, int decimals) {
 
 std::optional<double> TextToFloat(std::string_view text) {
   std::string_view rest = Trim(text);
-  std::string number;  // the same number in the notation of from_chars
-  if (!rest.empty() && (rest[0] == '+' || rest[0] == '-')) {
-    if (rest[0] == '-') number = "-";
-    rest.remove_prefix(1);
-  }
-
+  const bool negative = TakeSign(rest) == '-';
+  Decimal decimal;
   const std::size_t integerDigits = CountDigits(rest);
-  number += integerDigits == 0 ? "0" : rest.substr(0, integerDigits);
+  decimal.mantissa = integerDigits == 0 ? "0" : rest.substr(0, integerDigits);
   rest.remove_prefix(integerDigits);
 
   std::size_t fractionDigits = 0;
@@ -116,29 +170,21 @@ std::optional<double> TextToFloat(std::string_view text) {
   if (rest.substr(0, separator.size()) == separator) {
     rest.remove_prefix(separator.size());
     fractionDigits = CountDigits(rest);
-    number.append(".").append(rest.substr(0, fractionDigits)).append("0");
+    decimal.mantissa.append(".").append(rest.substr(0, fractionDigits)).append("0");
     rest.remove_prefix(fractionDigits);
   }
   if (integerDigits + fractionDigits == 0) return std::nullopt;
 
   if (!rest.empty() && (rest[0] == 'E' || rest[0] == 'e')) {
     rest.remove_prefix(1);
-    number += 'e';
-    if (!rest.empty() && (rest[0] == '+' || rest[0] == '-')) {
-      number += rest[0];
-      rest.remove_prefix(1);
-    }
-    const std::size_t exponentDigits = CountDigits(rest);
-    if (exponentDigits == 0) return std::nullopt;
-    number += rest.substr(0, exponentDigits);
-    rest.remove_prefix(exponentDigits);
+    const auto exponent = TakeExponent(rest);
+    if (!exponent) return std::nullopt;
+    decimal.exponent = *exponent;
   }
   if (!rest.empty()) return std::nullopt;
-
-  double value = 0.0;
-  const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
-  if (result.ec != std::errc()) return std::nullopt;
-  return value;
+  const auto magnitude = Magnitude(decimal);
+  if (!magnitude) return std::nullopt;
+  return negative ? -*magnitude : *magnitude;
 }
 
 std::optional<std::int32_t> TextToInteger(std::string_view text) {

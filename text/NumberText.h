@@ -24,8 +24,9 @@ std::string FloatToText(double value);
 std::string FloatToFixedText(double value, int decimals);
 
 /// Reads a floating-point number with the decimal separator in force; blanks around it are skipped, an
-/// exponent (E or e) is allowed. No value when the text is anything else or beyond the range of double, be it
-/// too large or too small for it.
+/// exponent (E or e) is allowed. A number too small for a double is 0; the largest double is read from the
+/// text that FloatToText makes of it, although its 15 digits are rounded up. No value when the text is
+/// anything else, or a number larger than that.
 std::optional<double> TextToFloat(std::string_view text);
 
 /// Reads a decimal 32-bit integer; blanks around it are skipped. No value when the text is anything else or

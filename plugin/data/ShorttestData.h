@@ -72,11 +72,13 @@ class TShortTestData {
   /// Reads the expectation file `fname` (UTF-8; relative names are taken against the current directory).
   /// Missing or unreadable keys take their defaults and damaged data lines are read as they stand, see
   /// docs/expectation-file.md. Throws std::system_error naming the file when it cannot be opened or read, and
-  /// std::length_error naming file and range when the range holds more than MaxChannels.
+  /// std::length_error naming file and range when the range holds more than MaxChannels, or the file and its
+  /// size, in German, when it is larger than any expectation (see ExpectationText.h).
   explicit TShortTestData(const std::string& fname);
 
   /// Writes the expectation file `fname`. Foreign sections and keys of an existing file stay. The old file is
-  /// replaced only once the new one is complete. Throws std::system_error naming the file.
+  /// replaced only once the new one is complete, see docs/expectation-file.md. Throws std::system_error
+  /// naming the file, and std::length_error for an old file that is too large to be read.
   void SaveExpectationFile(const std::string& fname) const;
 
   /// State of the pair (i, j); with i = j that of the channel itself.

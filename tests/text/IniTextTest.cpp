@@ -70,6 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
         FindCase{"NamesInAnotherCase", "[SCANNER]\r\nrELAIS 1=Plus\r\n", "Plus"},
         FindCase{"SectionWithBlanksAround", "  [Scanner] \t\r\nRelais 1=Plus\r\n", "Plus"},
         FindCase{"SectionWithTextBehind", "[Scanner] ; relays\r\nRelais 1=Plus\r\n", "Plus"},
+        FindCase{"SectionWithACommentInBrackets", "[Scanner] ; [old]\r\nRelais 1=Plus\r\n", "Plus"},
         FindCase{"FirstOfTwoKeys", "[Scanner]\r\nRelais 1=a\r\nRelais 1=b\r\n", "a"},
         FindCase{"FirstOfTwoSections", "[Scanner]\r\n[B]\r\n[Scanner]\r\nRelais 1=b\r\n", std::nullopt},
         FindCase{"BehindOtherSections", "x=1\r\n[A]\r\nRelais 1=a\r\n[Scanner]\r\nRelais 1=b\r\n", "b"},
@@ -175,6 +176,7 @@ INSTANTIATE_TEST_SUITE_P(
     InPlace, IniTextWrite,
     testing::Values(
         WriteCase{"Value", "[S]\r\nA=1\r\nB=2\r\nC=3\r\n", "[S]\r\nA=1\r\nB=9\r\nC=3\r\n"},
+        WriteCase{"AfterAHeaderWithACommentInBrackets", "[S] ; [old]\r\nB=2\r\n", "[S] ; [old]\r\nB=9\r\n"},
         WriteCase{"KeyKeepsItsCase", "[s]\r\nb=2\r\n", "[s]\r\nb=9\r\n"},
         WriteCase{"BlanksAroundGo", "[S]\r\n  B = 2 \r\n", "[S]\r\nB=9\r\n"},
         WriteCase{"FirstOfTwoKeys", "[S]\r\nB=1\r\nB=2\r\n", "[S]\r\nB=9\r\nB=2\r\n"},
@@ -246,6 +248,7 @@ INSTANTIATE_TEST_SUITE_P(
         EraseCase{"AtTheStart", "[S]\r\nb=2\r\n[T]\r\nc=3\r\n", "[T]\r\nc=3\r\n"},
         EraseCase{"Alone", "[S]\r\nb=2", ""},
         EraseCase{"WithLinesThatAreNoKeys", "[S]\r\n8888\r\n\r\n; c\r\nnoise\r\n[T]\r\n", "[T]\r\n"},
+        EraseCase{"WithACommentInBrackets", "[S] ; [old]\r\nb=2\r\n[T]\r\n", "[T]\r\n"},
         EraseCase{"HeaderAlone", "[R]\r\n[S]\r\n[T]\r\n", "[R]\r\n[T]\r\n"},
         EraseCase{"InAnotherCase", "[s]\r\nb=2\r\n[T]\r\n", "[T]\r\n"},
         EraseCase{"EveryOneOfThatName", "[S]\r\na=1\r\n[T]\r\nb=2\r\n[S]\r\nc=3\r\n", "[T]\r\nb=2\r\n"},

@@ -115,9 +115,11 @@ TEST_F(NumberText, TheLargestNumberHasRoomAsFixedText) {
   EXPECT_EQ(text.size(), 1U + 309U + 1U + 2U);
 }
 
+constexpr double Largest = std::numeric_limits<double>::max();
+
 struct ParseCase {
   const char* name;
-  const char* text;  // with a point; the comma's test replaces it
+  std::string text;  // with a point; the comma's test replaces it
   std::optional<double> value;
 };
 
@@ -142,7 +144,15 @@ INSTANTIATE_TEST_SUITE_P(
         ParseCase{"SignedExponents", "1.5E+3", 1500.0}, ParseCase{"NegativeExponent", "15E-1", 1.5},
         ParseCase{"ExponentBehindSeparator", "5.E1", 50.0}, ParseCase{"Zero", "0", 0.0},
         ParseCase{"ZeroWithAnyExponent", "0E-400", 0.0}, ParseCase{"Smallest", "4.9E-324", 4.9e-324},
-        ParseCase{"LargestWritten", "1.79769313486231E308", 1.79769313486231e308}),
+        ParseCase{"JustBelowTheLargest", "1.79769313486231E308", 1.79769313486231e308},
+        ParseCase{"LargestAsWritten", "1.79769313486232E308", Largest},
+        ParseCase{"LargestAsWrittenOtherwise", "-17976931348623.2E295", -Largest},
+        ParseCase{"LargestWithAllItsDigits", "1.7976931348623157E308", Largest},
+        ParseCase{"SmallestAsWritten", "4.94065645841247E-324", 4.9e-324},
+        ParseCase{"TooSmall", "1E-400", 0.0}, ParseCase{"TooSmallBelowZero", "-1E-400", -0.0},
+        ParseCase{"FarTooSmall", "1E-99999999999999999999", 0.0},
+        ParseCase{"TooSmallWithoutExponent", "0." + std::string(400, '0') + "1", 0.0},
+        ParseCase{"ZeroWithALargeExponent", "0E99999999999999999999", 0.0}),
     CaseName());
 
 INSTANTIATE_TEST_SUITE_P(
@@ -159,9 +169,43 @@ INSTANTIATE_TEST_SUITE_P(
         ParseCase{"ExponentWithFraction", "1E1.5", std::nullopt},
         ParseCase{"Hexadecimal", "0x10", std::nullopt}, ParseCase{"NotANumber", "NAN", std::nullopt},
         ParseCase{"Infinite", "INF", std::nullopt}, ParseCase{"Infinity", "infinity", std::nullopt},
-        ParseCase{"TooLarge", "1E309", std::nullopt}, ParseCase{"TooSmall", "1E-400", std::nullopt},
+        ParseCase{"TooLarge", "1E309", std::nullopt},
+        ParseCase{"TooLargeByADigit", "1.79769313486233E308", std::nullopt},
+        ParseCase{"TooLargeWithoutExponent", "2" + std::string(308, '0'), std::nullopt},
         ParseCase{"FarTooLarge", "1E99999999999999999999", std::nullopt}),
     CaseName());
+
+class TextToFloatWithAComma : public NumberText, public testing::WithParamInterface<ParseCase> {
+ protected:
+  TextToFloatWithAComma() { shorttest::SetDecimalSeparator(","); }
+};
+
+TEST_P(TextToFloatWithAComma, Number) { EXPECT_EQ(TextToFloat(GetParam().text), GetParam().value); }
+
+INSTANTIATE_TEST_SUITE_P(
+    , TextToFloatWithAComma,
+    testing::Values(ParseCase{"Whole", "10", 10.0}, ParseCase{"Fraction", "2,5", 2.5},
+                    ParseCase{"NegativeWithBlanks", " -2,5 ", -2.5}, ParseCase{"NoIntegerPart", ",5", 0.5},
+                    ParseCase{"NoFraction", "5,", 5.0}, ParseCase{"Exponent", "1,5E-3", 0.0015},
+                    ParseCase{"LargestAsWritten", "1,79769313486232E308", Largest},
+                    ParseCase{"APoint", "2.5", std::nullopt}, ParseCase{"TwoCommas", "1,2,3", std::nullopt},
+                    ParseCase{"Grouped", "1.000,5", std::nullopt},
+                    ParseCase{"CommaAlone", ",", std::nullopt}),
+    CaseName());
+
+// What a file is saved with is what it is loaded with, also at the ends of what a number can be.
+TEST_F(NumberText, TheEndsOfTheRangeAreReadBackAsWritten) {
+  for (const char* separator : {".", ","}) {
+    shorttest::SetDecimalSeparator(separator);
+    for (const double value :
+         {Largest, -Largest, std::numeric_limits<double>::min(), std::numeric_limits<double>::denorm_min()}) {
+      const auto back = TextToFloat(FloatToText(value));
+      ASSERT_TRUE(back) << FloatToText(value);
+      EXPECT_EQ(FloatToText(*back), FloatToText(value));
+    }
+    EXPECT_EQ(TextToFloat(FloatToText(Largest)), Largest);
+  }
+}
 
 TEST_F(NumberText, TheOtherSeparatorIsNoNumber) {
   EXPECT_EQ(TextToFloat("2,5"), std::nullopt);
@@ -199,7 +243,7 @@ TEST_F(NumberText, EveryTextWrittenIsReadBackAndWrittenTheSame) {
       const std::uint64_t bits = random();
       double value = 0.0;
       std::memcpy(&value, &bits, sizeof value);
-      if (!std::isfinite(value) || std::fabs(value) > 1e308 || std::fabs(value) < 1e-307) continue;
+      if (!std::isfinite(value) || std::fabs(value) < 1e-307) continue;
       const std::string text = FloatToText(value);
       const auto back = TextToFloat(text);
       ASSERT_TRUE(back) << text;

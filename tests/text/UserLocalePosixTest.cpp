@@ -19,6 +19,13 @@ TEST_F(UserLocale, WithoutALocaleItIsAPoint) {
   EXPECT_EQ(SeparatorUnder("POSIX"), ".");
 }
 
+#ifdef LATIN9_LOCALES
+TEST_F(UserLocale, UnderAGermanLocaleItIsAComma) {
+  Set("LOCPATH", LATIN9_LOCALES);
+  EXPECT_EQ(SeparatorUnder("de_DE.ISO-8859-15"), ",");
+}
+#endif
+
 TEST_F(UserLocale, UnderALocaleThatIsNotInstalledItIsAPoint) {
   EXPECT_EQ(SeparatorUnder("xx_XX.UTF-8"), ".");
 }

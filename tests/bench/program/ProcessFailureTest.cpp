@@ -88,6 +88,23 @@ TEST_F(KxbenchFailure, ScriptThatIsAFolder) {
   EXPECT_EQ(FailureOf({"run", "."}), "kxbench: cannot read the script .\n");
 }
 
+TEST_F(KxbenchFailure, ScriptAboveSixteenMebibytes) {
+  Does("huge.kx", "");
+  std::filesystem::resize_file(folder_.Path() / "huge.kx", std::uintmax_t{2} << 30U);
+  EXPECT_EQ(
+      FailureOf({"run", "huge.kx"}),
+      "kxbench: cannot read the script huge.kx: it holds 2147483648 bytes, more than the 16777216 that are "
+      "possible\n");
+}
+
+#ifndef _WIN32
+TEST_F(KxbenchFailure, ScriptThatNeverEnds) {
+  EXPECT_EQ(
+      FailureOf({"run", "/dev/zero"}),
+      "kxbench: cannot read the script /dev/zero: it holds more than the 16777216 bytes that are possible\n");
+}
+#endif
+
 TEST_F(KxbenchFailure, NoDisplay) {
   environment_["FAKE_UI"] = "no-display";
   EXPECT_EQ(FailureOf({"--progress", "window", "check", "a.dat"}),

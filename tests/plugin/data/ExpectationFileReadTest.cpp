@@ -340,5 +340,27 @@ TEST_F(ExpectationFileRead, OfDuplicateSectionsAndKeysTheFirstCounts) {
   EXPECT_EQ(data.MaxError, 10);
 }
 
+// Found before anything is read: a file of two gigabytes would take a minute, and twice as much memory.
+TEST_F(ExpectationFileRead, AFileAboveSixtyFourMebibytesIsAnErrorThatNamesItAndItsSize) {
+  Write("huge.exp", "");
+  std::filesystem::resize_file(Path("huge.exp"), std::uintmax_t{2} << 30U);
+  const std::string text =
+      "Die Erwartungsdatei '" + Name("huge.exp") + "' ist zu groß: 2147483648 Byte, möglich sind 67108864.";
+  const auto reading = Thrown<std::length_error>([this] { TShortTestData data(Name("huge.exp")); });
+  const auto saving =
+      Thrown<std::length_error>([this] { TShortTestData(1, 2).SaveExpectationFile(Name("huge.exp")); });
+  for (const auto& error : {reading, saving}) {
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->message, text);
+  }
+  EXPECT_EQ(std::filesystem::file_size(Path("huge.exp")), std::uintmax_t{2} << 30U);
+}
+
+TEST_F(ExpectationFileRead, AFileOfSixtyFourMebibytesIsRead) {
+  Write("large.exp", "[BEREICH]\r\nENDE=3\r\n");
+  std::filesystem::resize_file(Path("large.exp"), std::uintmax_t{64} << 20U);
+  EXPECT_EQ(TShortTestData(Name("large.exp")).bis, 3);
+}
+
 }  // namespace
 }  // namespace data_test

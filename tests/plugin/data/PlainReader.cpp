@@ -1,6 +1,7 @@
 #include "tests/plugin/data/PlainReader.h"
 
 #include <cctype>
+#include <cmath>
 #include <cstddef>
 #include <cstdlib>
 #include <locale>
@@ -65,7 +66,7 @@ std::map<std::string, Section> IniPart(const std::string& content) {
     const std::string line = WithoutBlanksAround(file.Line());
     if (line.empty() || line[0] == ';') continue;
     if (line[0] == '[' && line.find(']') != std::string::npos) {
-      const std::string name = InLowerCase(line.substr(1, line.rfind(']') - 1));
+      const std::string name = InLowerCase(line.substr(1, line.find(']') - 1));
       const bool isNew = sections.count(name) == 0;
       current = isNew ? &sections[name] : &ignored;
     } else if (const std::size_t equals = line.find('='); equals != std::string::npos) {
@@ -128,11 +129,10 @@ class Keys {
     std::istringstream stream(text);
     stream.imbue(std::locale::classic());
     double value = 0.0;
-    if (!(stream >> value)) return fallback;
-    // A number too small for a double is as unreadable as one too large.
-    const std::string digits = text.substr(0, text.find_first_of("eE"));
-    const bool isZero = digits.find_first_of("123456789") == std::string::npos;
-    return value == 0.0 && !isZero ? fallback : value;
+    if (stream >> value || std::fabs(value) < 1.0) return value;  // too small for a double: 0
+    // The largest double is written rounded up; nothing above that can be read.
+    const long double exact = std::strtold(text.c_str(), nullptr);
+    return std::fabs(exact) <= 1.79769313486232E308L ? value : fallback;
   }
 
  private:

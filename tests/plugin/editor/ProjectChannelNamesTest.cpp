@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 
 #include "plugin/editor/ProjectChannelNames.h"
 
@@ -51,6 +52,19 @@ TEST_F(Project, ReadsUtf16) {
   std::string bytes = "\xFF\xFE";
   for (const char c : std::string("[Scanner]\r\nRelais1=T\xFCr\r\n")) bytes += {c, '\0'};
   EXPECT_EQ(WithIniFile(bytes).Name(1), "Tür");
+}
+
+TEST_F(Project, AFileAboveSixteenMebibytesIsAnErrorThatNamesItAndItsSize) {
+  WithIniFile("");
+  const std::filesystem::path file = folder / "Projekt.ini";
+  std::filesystem::resize_file(file, std::uintmax_t{2} << 30U);
+  try {
+    ProjectChannelNames names(file.string());
+    FAIL() << "read";
+  } catch (const std::length_error& error) {
+    EXPECT_EQ(error.what(), "Die Projektdatei '" + file.string() +
+                                "' ist zu groß: 2147483648 Byte, möglich sind 16777216.");
+  }
 }
 
 TEST_F(Project, MissingFileNamesNoChannel) {
