@@ -1,4 +1,5 @@
 #include <exception>
+#include <new>
 
 #include "bench/learning/LearnModule.h"
 #include "bench/learning/LearnRun.h"
@@ -7,6 +8,8 @@ void kxLearn(const kxbench::LearnRequest& request, kxbench::LearnSummary& summar
   summary = kxbench::LearnSummary();
   try {
     kxbench::LearnFile(request, summary);
+  } catch (const std::bad_alloc&) {
+    summary.failure = "out of memory";  // short enough to need none
   } catch (const std::exception& error) {
     summary.failure = error.what();
   } catch (...) {

@@ -1,3 +1,6 @@
+#include <cstdio>
+#include <new>
+
 #include "bench/program/Bench.h"
 #include "bench/program/Failure.h"
 #include "bench/program/System.h"
@@ -8,6 +11,9 @@ int main(int argc, char** argv) {
   try {
     PrepareConsole();
     return static_cast<int>(RunBench(Utf8Arguments(argc, argv)));
+  } catch (const std::bad_alloc&) {
+    std::fputs("kxbench: out of memory\n", stderr);  // needs none
+    return static_cast<int>(ExitStatus::Failed);
   } catch (...) {
     OpenTerminal()->Write("kxbench: " + CurrentExceptionText() + "\n");
     return static_cast<int>(ExitStatus::Failed);

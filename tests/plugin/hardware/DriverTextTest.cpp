@@ -7,6 +7,8 @@
 namespace shorttest::testkit {
 namespace {
 
+static_assert(sizeof(TShortTestHWException) == sizeof(std::runtime_error), "it adds no fields");
+
 using ::testing::HasSubstr;
 
 struct Text {
