@@ -54,7 +54,7 @@ std::vector<std::int32_t> NetOf(const TShortTestData& data, std::int32_t start, 
   return reached;
 }
 
-/// Learns behind a progress dialog. A cancel that comes after the last measurement counts, too: what the user
+/// Learns under a progress dialog. A cancel that comes after the last measurement counts, too: what the user
 /// has cancelled is not saved.
 shorttest::LearnOutcome LearnInto(TShortTestData& data) {
   LearnProgress progress;
