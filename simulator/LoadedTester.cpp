@@ -24,6 +24,14 @@ std::string RelayText(int count, const char* kind) {
 
 LoadedTester& LoadedTester::Instance() { return theTester; }
 
+LoadedTester::~LoadedTester() {
+  try {
+    EndTrace();
+  } catch (const std::exception&) {
+    // No memory for the last lines: the trace lacks them.
+  }
+}
+
 void LoadedTester::MakeUnusable(const std::string& cause) { tester_.emplace(cause, time_); }
 
 template <typename Read>
@@ -58,9 +66,9 @@ void LoadedTester::LoadFromEnvironment() {
 
 Tester& LoadedTester::Ready() {
   if (!environmentRead_) {
-    environmentRead_ = true;
     if (!tester_) LoadFromEnvironment();
     StartTrace();
+    environmentRead_ = true;  // after what may throw for want of memory: the next call tries again
   }
   return *tester_;
 }

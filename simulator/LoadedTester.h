@@ -26,7 +26,7 @@ class LoadedTester {
   /// The one of this library.
   static LoadedTester& Instance();
 
-  ~LoadedTester() { EndTrace(); }
+  ~LoadedTester();
 
   /// Loads a device: relays open, no error, no call counted. If the description is unusable, LoadError tells
   /// why, and so does every driver call. Return whether it was usable.

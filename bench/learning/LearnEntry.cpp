@@ -1,4 +1,5 @@
 #include <exception>
+#include <new>
 
 #include "bench/learning/LearnModule.h"
 #include "bench/learning/LearnRun.h"
@@ -10,6 +11,8 @@ void kxLearn(const kxbench::LearnRequest& request, kxbench::LearnSummary& summar
   } catch (const kxbench::DamagedExpectation& error) {
     summary.end = kxbench::LearnEnd::Damaged;
     summary.failure = error.what();
+  } catch (const std::bad_alloc&) {
+    summary.failure = "out of memory";  // short enough to need none
   } catch (const std::exception& error) {
     summary.failure = error.what();
   } catch (...) {

@@ -46,7 +46,7 @@ std::int64_t UndecidedPairs(const TShortTestData& data) {
   return undecided;
 }
 
-/// Learns behind a progress dialog. A cancel that comes after the last measurement counts, too: what the user
+/// Learns under a progress dialog. A cancel that comes after the last measurement counts, too: what the user
 /// has cancelled is not saved.
 shorttest::LearnOutcome LearnInto(TShortTestData& data) {
   LearnProgress progress;

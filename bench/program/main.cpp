@@ -1,3 +1,5 @@
+#include <cstdio>
+#include <new>
 #include <string>
 
 #include "bench/program/Bench.h"
@@ -23,6 +25,9 @@ int RunProgram(int argc, char** argv) {
     return static_cast<int>(RunBench(Utf8Arguments(argc, argv)));
   } catch (const OutputAbandoned& abandoned) {
     return End(ExitStatus::Cancelled, abandoned.what());
+  } catch (const std::bad_alloc&) {
+    std::fputs("kxbench: out of memory\n", stderr);  // needs none
+    return static_cast<int>(ExitStatus::Failed);
   } catch (...) {
     return End(ExitStatus::Failed, CurrentExceptionText());
   }

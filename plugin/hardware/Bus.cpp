@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
 #include "contracts/BrenmorHWDevice.h"
-#include "plugin/hardware/DriverText.h"
 #include "plugin/hardware/Timing.h"
+#include "text/SystemText.h"
 
 std::int32_t HWChannelCount = 0;
 
@@ -44,6 +45,13 @@ struct ChannelPlace {
   }
 };
 
+// Takes the text of the pending error and gives the driver's memory back, also when the conversion fails.
+std::string TakeDriverErrorText() {
+  const std::unique_ptr<char, void (*)(void*)> text(brenmor_bus_get_error_msg(), brenmor_free_mem);
+  if (text == nullptr) return "Der Treiber meldet einen Fehler ohne Text.";
+  return shorttest::SystemTextToUtf8(text.get());
+}
+
 bool ProbeRelay(std::int32_t relay) { return brenmor_msu_write_relay(relay, ProbeMode) != 0; }
 
 bool testerInUse = false;
@@ -58,7 +66,7 @@ void SwitchTermination(const TShortTestData& data, std::int32_t state) {
 
 void CheckHWError() {
   if (brenmor_bus_get_error() == 0) return;
-  throw TShortTestHWException(shorttest::TakeDriverErrorText());
+  throw TShortTestHWException(TakeDriverErrorText());
 }
 
 void ConnectChannel(std::int32_t channel, std::int32_t line) {

@@ -24,7 +24,8 @@ class TShortTestHWException : public std::runtime_error {
 /// 0 before it first succeeded.
 extern std::int32_t HWChannelCount;
 
-/// Throws TShortTestHWException with the driver's text if the driver holds an error. The error stays pending
+/// Throws TShortTestHWException with the driver's text, converted from the system's 8-bit encoding, if the
+/// driver holds an error; a driver that hands out no text yields one that says so. The error stays pending
 /// until InitHardware or ResetHardware clears it.
 void CheckHWError();
 
@@ -74,9 +75,9 @@ void SwitchTerminationOn(const TShortTestData& data);
 /// Opens the terminating-resistor relay, if `data` names one. Never throws, like ReleaseAllLines.
 void SwitchTerminationOff(const TShortTestData& data) noexcept;
 
-/// The card (from 0) that a voltage pass over `data` uses and ReleaseAllLines does not reach. There can be one
-/// when every channel is suspended or the range is empty: the pass then switches the channel after the last,
-/// or channel `von`. Whoever runs the pass asks before it and opens line 1 of that card after it.
+/// The card (from 0) that a voltage pass over `data` uses and ReleaseAllLines does not reach. There can be
+/// one when every channel is suspended or the range is empty: the pass then switches the channel after the
+/// last, or channel `von`. Whoever runs the pass asks before it and opens line 1 of that card after it.
 std::optional<std::int32_t> CardPastRange(const TShortTestData& data) noexcept;
 
 /// Opens every relay of one line of one card. Never throws: it serves clean-ups.

@@ -1,6 +1,11 @@
 #include "plugin/hardware/Timing.h"
 
-#include "plugin/hardware/SystemClock.h"
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <chrono>
+#endif
+
 #include "text/Rounding.h"
 
 namespace shorttest {
@@ -9,6 +14,37 @@ namespace {
 Clock* replacement = nullptr;
 
 }  // namespace
+
+#ifdef _WIN32
+
+std::int64_t SystemClock::Counter() {
+  LARGE_INTEGER counter;
+  QueryPerformanceCounter(&counter);
+  return counter.QuadPart;
+}
+
+std::int64_t SystemClock::Frequency() {
+  LARGE_INTEGER frequency;
+  QueryPerformanceFrequency(&frequency);
+  return frequency.QuadPart;
+}
+
+std::uint32_t SystemClock::TickCount() { return GetTickCount(); }
+
+#else
+
+std::int64_t SystemClock::Counter() {
+  return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+std::int64_t SystemClock::Frequency() { return std::nano::den; }
+
+std::uint32_t SystemClock::TickCount() {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+}
+
+#endif
 
 Clock& ActiveClock() {
   static SystemClock system;

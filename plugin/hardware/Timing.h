@@ -2,9 +2,31 @@
 
 #include <cstdint>
 
-#include "plugin/hardware/Clock.h"
+/// The two clocks the measurement needs. In operation these are the system's clocks; tests put a
+/// clock of their own in their place, so that a wait of five seconds takes none.
+class Clock {
+ public:
+  virtual ~Clock() = default;
+
+  /// Current value of the high-resolution counter. Never runs backwards.
+  virtual std::int64_t Counter() = 0;
+
+  /// Counts per second of the high-resolution counter; greater than 0.
+  virtual std::int64_t Frequency() = 0;
+
+  /// Milliseconds since the system started. Wraps to 0 after 2^32 ms (49.7 days).
+  virtual std::uint32_t TickCount() = 0;
+};
 
 namespace shorttest {
+
+/// The system's clocks: the performance counter and the tick count on Windows, the monotonic clock elsewhere.
+class SystemClock : public Clock {
+ public:
+  std::int64_t Counter() override;
+  std::int64_t Frequency() override;
+  std::uint32_t TickCount() override;
+};
 
 /// The clock in force: the system's, or the one set by SetClock.
 Clock& ActiveClock();

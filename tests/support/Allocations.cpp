@@ -7,6 +7,7 @@ namespace {
 
 std::ptrdiff_t live = 0;
 int untilFailure = 0;  // 0: none fails
+bool lasting = false;
 bool happened = false;
 
 }  // namespace
@@ -14,6 +15,7 @@ bool happened = false;
 void* operator new(std::size_t size) {
   if (untilFailure > 0 && --untilFailure == 0) {
     happened = true;
+    if (lasting) untilFailure = 1;
     throw std::bad_alloc();
   }
   void* const memory = std::malloc(size == 0 ? 1 : size);
@@ -33,8 +35,9 @@ namespace shorttest::testkit {
 
 std::ptrdiff_t LiveAllocations() { return live; }
 
-FailingAllocation::FailingAllocation(int n) {
+FailingAllocation::FailingAllocation(int n, Shortage shortage) {
   happened = false;
+  lasting = shortage == Shortage::Lasting;
   untilFailure = n;
 }
 

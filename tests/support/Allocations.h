@@ -9,10 +9,15 @@ namespace shorttest::testkit {
 /// Blocks that were allocated and not freed.
 std::ptrdiff_t LiveAllocations();
 
-/// While it lives, the n-th allocation from its making on throws std::bad_alloc (n from 1), once.
+enum class Shortage {
+  Passing,  ///< one allocation fails
+  Lasting,  ///< so do all that follow
+};
+
+/// While it lives, the n-th allocation from its making on throws std::bad_alloc (n from 1).
 class FailingAllocation {
  public:
-  explicit FailingAllocation(int n);
+  FailingAllocation(int n, Shortage shortage);
   ~FailingAllocation();
   FailingAllocation(const FailingAllocation&) = delete;
   FailingAllocation& operator=(const FailingAllocation&) = delete;

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 
-#include "plugin/hardware/Clock.h"
 #include "plugin/hardware/Timing.h"
 #include "tests/support/CallLog.h"
 

@@ -97,7 +97,7 @@ void brenmor_bus_delete_error() {}
 namespace shorttest::testkit {
 namespace {
 
-class OutOfMemory : public ::testing::Test {
+class OutOfMemory : public ::testing::TestWithParam<Shortage> {
  protected:
   void SetUp() override { SetApplication(&ui); }
   void TearDown() override { SetApplication(nullptr); }
@@ -112,13 +112,13 @@ class OutOfMemory : public ::testing::Test {
   // Fails the first allocation of `action`, then the second, and so on until it needs no more. Returns how
   // many there were.
   template <typename Action>
-  static int FailEach(Action action) {
+  static int FailEach(Shortage shortage, Action action) {
     for (int n = 1;; ++n) {
       SCOPED_TRACE("allocation " + std::to_string(n));
       const std::ptrdiff_t before = LiveAllocations();
       bool reported = false;
       {
-        const FailingAllocation failing(n);
+        const FailingAllocation failing(n, shortage);
         try {
           action();
         } catch (const std::bad_alloc&) {
@@ -138,11 +138,11 @@ class OutOfMemory : public ::testing::Test {
   FakeClock clock;  // no wait takes time
 };
 
-TEST_F(OutOfMemory, WithinPutLeavesThatToTheCaller) {
-  EXPECT_GT(FailEach([] { Range().Put(1, 0, CellState::Connected, 0.5); }), 0);
+TEST_P(OutOfMemory, WithinPutLeavesThatToTheCaller) {
+  EXPECT_GT(FailEach(GetParam(), [] { Range().Put(1, 0, CellState::Connected, 0.5); }), 0);
 }
 
-TEST_F(OutOfMemory, WithinACheckOpensEveryRelayAndReachesTheHost) {
+TEST_P(OutOfMemory, WithinACheckOpensEveryRelayAndReachesTheHost) {
   // Expects 1-2-3 as it is, 4-5 open although it is connected, 5-6 connected although it is open.
   TShortTestData data = Range();
   data.Put(1, 0, CellState::Connected, NoResistance);
@@ -153,16 +153,21 @@ TEST_F(OutOfMemory, WithinACheckOpensEveryRelayAndReachesTheHost) {
   }
   RunShortTest(data);
   // The result's matrix, the stack of Put, candidates, records.
-  EXPECT_GT(FailEach([&data] { RunShortTest(data); }), 20);
+  EXPECT_GT(FailEach(GetParam(), [&data] { RunShortTest(data); }), 20);
 }
 
-TEST_F(OutOfMemory, WithinLearningOpensEveryRelayAndReachesTheCaller) {
-  const int allocations = FailEach([] {
+TEST_P(OutOfMemory, WithinLearningOpensEveryRelayAndReachesTheCaller) {
+  const int allocations = FailEach(GetParam(), [] {
     TShortTestData data = Range();
     LearnConnections(data, [](double /*position*/) { return false; });
   });
   EXPECT_GT(allocations, 10);
 }
+
+INSTANTIATE_TEST_SUITE_P(Shortages, OutOfMemory, ::testing::Values(Shortage::Passing, Shortage::Lasting),
+                         [](const auto& row) {
+                           return row.param == Shortage::Passing ? "Passing" : "Lasting";
+                         });
 
 }  // namespace
 }  // namespace shorttest::testkit

@@ -8,7 +8,7 @@
 namespace shorttest::testkit {
 namespace {
 
-// Line resets of two cards and the terminating relay. What fails here raises nothing, and what is then left
+// Line resets of two cards and the terminating relay. What fails here throws nothing, and what is then left
 // closed nobody can open: the simulated tester ignores a call that fails.
 constexpr int CleanUpCalls = 2 * 2 + 1;
 

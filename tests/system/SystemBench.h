@@ -7,7 +7,7 @@
 #include <string>
 
 #include "plugin/check/ShorttestCheck.h"
-#include "plugin/hardware/Clock.h"
+#include "plugin/hardware/Timing.h"
 #include "plugin/learn/ShorttestLearn.h"
 #include "tests/support/FakeFramework.h"
 #include "tests/support/FakeTestEnvironment.h"

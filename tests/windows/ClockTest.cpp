@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "plugin/hardware/SystemClock.h"
+#include "plugin/hardware/Timing.h"
 
 // The clock is the system's own: its counter, the counter's frequency, its milliseconds since the start.
 

@@ -104,7 +104,7 @@ TEST_F(CheckFault, ADriverErrorAtAnyCallBecomesItsExceptionAfterTheCleanUp) {
   }
 }
 
-TEST_F(CheckFault, ADriverErrorWithinTheCleanUpRaisesNothingAndTakesNoRecord) {
+TEST_F(CheckFault, ADriverErrorWithinTheCleanUpThrowsNothingAndTakesNoRecord) {
   const int calls = CountDriverCalls();
   for (int k = calls - CleanUpCalls + 1; k <= calls; ++k) {
     SCOPED_TRACE("failing call " + std::to_string(k));

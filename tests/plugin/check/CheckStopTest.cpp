@@ -30,7 +30,7 @@ class CheckStop : public CheckBench {
            "enable 11 12\nclose dialog\n";
   }
 
-  /// How many more progress points there are once point n answered "stop": the first of each pass behind the
+  /// How many more progress points there are once point n answered "stop": the first of each pass after the
   /// one that was stopped, the reporting's, and the last.
   static int PointsBehind(int n) {
     if (n <= Pass1) return 4;

@@ -30,7 +30,7 @@ TEST_F(VoltagePass, SkipsSuspendedChannels) {
   EXPECT_EQ(log.Text(), calls);
 }
 
-TEST_F(VoltagePass, WithEveryChannelSuspendedTheOneBehindTheRangeIsSwitched) {
+TEST_F(VoltagePass, WithEveryChannelSuspendedTheOneAfterTheRangeIsSwitched) {
   Expect(47, "9 49");
   EXPECT_EQ(CheckVoltagePass(data, work), 0);
   EXPECT_EQ(log.Text(), Bar(0.25) + Connect(49, 1));

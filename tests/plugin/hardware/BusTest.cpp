@@ -55,13 +55,13 @@ TEST_F(BusTest, EveryChannelHasItsOwnRelay) {
   EXPECT_EQ(log.Text(), expected);
 }
 
-TEST_F(BusTest, AFailedCloseRaisesTheDriversText) {
+TEST_F(BusTest, AFailedCloseThrowsTheDriversText) {
   driver.FailAt(1, "relay card silent");
   EXPECT_EQ(HardwareErrorOf([] { ConnectChannel(3, 0); }), "relay card silent");
   EXPECT_EQ(log.Text(), Bus(128, 130) + ErrorTaken());
 }
 
-TEST_F(BusTest, AFailedOpenRaisesWithoutWaiting) {
+TEST_F(BusTest, AFailedOpenThrowsWithoutWaiting) {
   driver.FailAt(1, "relay card silent");
   EXPECT_EQ(HardwareErrorOf([] { ReleaseChannel(3, 1); }), "relay card silent");
   EXPECT_EQ(log.Text(), Bus(129, 2) + ErrorTaken());
@@ -117,7 +117,7 @@ TEST_F(BusTest, TheTerminatingRelayIsSwitchedOffWithoutLookingAtErrors) {
   EXPECT_EQ(log.Text(), "relay 1 4 0\n");
 }
 
-TEST_F(BusTest, AFailedTerminationRaises) {
+TEST_F(BusTest, AFailedTerminationThrows) {
   driver.FailAt(1, "no such relay");
   EXPECT_EQ(HardwareErrorOf([] { SwitchTerminationOn(DataWithTermination(1, 1)); }), "no such relay");
 }

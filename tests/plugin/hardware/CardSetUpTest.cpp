@@ -17,7 +17,7 @@ TEST_F(CardSetUp, ResetHardwareClearsTheErrorAndResetsTheFirstCard) {
   EXPECT_FALSE(driver.HasPendingError());
 }
 
-TEST_F(CardSetUp, ResetHardwareRaisesWhatItsOwnWritesLeave) {
+TEST_F(CardSetUp, ResetHardwareThrowsWhatItsOwnWritesLeave) {
   driver.FailAt(2, "bus fault");
   EXPECT_EQ(HardwareErrorOf([] { ResetHardware(); }), "bus fault");
   EXPECT_EQ(log.Text(), "clear\nbus 128 0 64\nbus 129 0 64\n" + ErrorTaken());

@@ -1,11 +1,12 @@
 #include <gmock/gmock.h>
 
 #include "plugin/hardware/Bus.h"
-#include "plugin/hardware/DriverText.h"
 #include "tests/support/Bench.h"
 
 namespace shorttest::testkit {
 namespace {
+
+static_assert(sizeof(TShortTestHWException) == sizeof(std::runtime_error), "it adds no fields");
 
 using ::testing::HasSubstr;
 
@@ -50,14 +51,14 @@ TEST_F(DriverTextTest, AnEmptyTextIsAnEmptyMessageAndFreed) {
   driver.PendingError("");
   try {
     CheckHWError();
-    ADD_FAILURE() << "the pending error was not raised";
+    ADD_FAILURE() << "the pending error was not thrown";
   } catch (const TShortTestHWException& error) {
     EXPECT_STREQ(error.what(), "");
   }
   EXPECT_EQ(log.Text(), "error?\ntext\nfree\n");
 }
 
-TEST_F(DriverTextTest, ADriverWithoutATextStillRaises) {
+TEST_F(DriverTextTest, ADriverWithoutATextStillThrows) {
   driver.PendingError("never seen");
   driver.NullText();
   EXPECT_THAT(HardwareErrorOf([] { CheckHWError(); }), HasSubstr("ohne Text"));

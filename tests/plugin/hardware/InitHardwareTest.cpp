@@ -66,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(Fitted{"One", 1, "probe 96 2\nclear\n"},
                       Fitted{"Two", 2, "probe 96 2\nprobe 144 2\nclear\n"},
                       Fitted{"Three", 3, "probe 96 2\nprobe 144 2\nprobe 192 2\nclear\n"},
-                      // Cleared for the failed probe, and once more behind the last one.
+                      // Cleared for the failed probe, and once more after the last one.
                       Fitted{"Four", 4, "probe 96 2\nprobe 144 2\nprobe 192 2\nprobe 240 2\nclear\nclear\n"},
                       Fitted{"Five", 5, "probe 96 2\nprobe 144 2\nprobe 192 2\nprobe 240 2\nclear\n"}),
     [](const auto& row) { return row.param.name; });

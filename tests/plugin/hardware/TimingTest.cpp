@@ -1,6 +1,5 @@
 #include <chrono>
 
-#include "plugin/hardware/SystemClock.h"
 #include "plugin/hardware/Timing.h"
 #include "tests/support/Bench.h"
 
@@ -22,8 +21,8 @@ TEST_P(DelayTarget, IsTheNearestCountTiesToEven) {
   clock.frequency = GetParam().frequency;
   clock.counterStep = 1;
   DelaySeconds(GetParam().seconds);
-  // The counter moves by one with every read, so it now stands one behind the value that ended the wait. It
-  // was read once for the start, so a target at the start itself ends with the read behind it.
+  // The counter moves by one with every read, so it now stands one past the value that ended the wait. It
+  // was read once for the start, so a target at the start itself ends with the read after it.
   const std::int64_t ended = clock.counter - 1;
   EXPECT_EQ(ended, std::max(GetParam().target, GetParam().counter + 1));
 }
@@ -81,7 +80,7 @@ TEST(SystemClockTest, AMillisecondIsAtLeastAMillisecond) {
   EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1));
 }
 
-// The counter is read before and behind each tick, so that a machine that is busy in between proves nothing.
+// The counter is read before and after each tick, so that a machine that is busy in between proves nothing.
 TEST(SystemClockTest, TicksAreMillisecondsOfTheSameTime) {
   SystemClock system;
   ASSERT_GT(system.Frequency(), 0);

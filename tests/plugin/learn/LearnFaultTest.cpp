@@ -71,7 +71,7 @@ TEST_F(LearnFault, ADriverErrorAtAnyCallBecomesItsExceptionAfterTheCleanUp) {
   }
 }
 
-TEST_F(LearnFault, ADriverErrorWithinTheCleanUpRaisesNothing) {
+TEST_F(LearnFault, ADriverErrorWithinTheCleanUpThrowsNothing) {
   driver.FailAt(1'000'000, "counting only");
   Learn();
   const int calls = driver.FailableCalls();
@@ -138,7 +138,7 @@ TEST_F(LearnFault, AnExceptionOfTheLastProgressCallDoesNotSpoilTheResult) {
 }
 
 TEST_F(LearnFault, AnExceptionOfTheLastProgressCallDoesNotReplaceTheFirst) {
-  ThrowAt(2);  // the clean-up's call, behind the one at 0.01
+  ThrowAt(2);  // the clean-up's call, after the one at 0.01
   driver.FailAt(4, "first");
   EXPECT_EQ(HardwareErrorOf([this] { Learn(); }), "first");
   EXPECT_TRUE(driver.AllRelaysOpen());

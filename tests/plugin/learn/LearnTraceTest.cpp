@@ -115,7 +115,7 @@ TEST_F(LearnTrace, ASingleCandidateHasThePositionOfThePassStart) {
   EXPECT_EQ(log.Text(), calls);
 }
 
-TEST_F(LearnTrace, WithEveryChannelSuspendedTheOneBehindTheRangeIsSwitched) {
+TEST_F(LearnTrace, WithEveryChannelSuspendedTheOneAfterTheRangeIsSwitched) {
   Channels(1, 2);
   Suspend(0);
   Suspend(1);
@@ -127,7 +127,7 @@ TEST_F(LearnTrace, WithEveryChannelSuspendedTheOneBehindTheRangeIsSwitched) {
   EXPECT_EQ(MatrixText(data), "9 49");
 }
 
-TEST_F(LearnTrace, TheOneBehindTheRangeIsOpenedAlsoOnAnotherCard) {
+TEST_F(LearnTrace, TheOneAfterTheRangeIsOpenedAlsoOnAnotherCard) {
   Channels(47, 48);
   Suspend(0);
   Suspend(1);
@@ -139,7 +139,7 @@ TEST_F(LearnTrace, TheOneBehindTheRangeIsOpenedAlsoOnAnotherCard) {
   EXPECT_TRUE(driver.AllRelaysOpen());
 }
 
-TEST_F(LearnTrace, ChannelsSuspendedWhileLearningLeaveNothingBehindTheRange) {
+TEST_F(LearnTrace, ChannelsSuspendedWhileLearningLeaveNothingAfterTheRange) {
   Channels(47, 48);
   data.U_Control = 1;
   driver.Live(48, 5.0);
