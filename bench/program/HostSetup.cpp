@@ -35,11 +35,13 @@ HostSetup::HostSetup(const Options& options) : varAccess_(parser_.GetEnvironment
   AddLibraryFolders(ProgramFolder(), ProgramFolder() / "simulator");
   SetTestEnvironment(&testEnvironment_);
   SetVarAccess(&varAccess_);
+  SetHelpSystem(&help_);
 }
 
 HostSetup::~HostSetup() {
   SetTestEnvironment(nullptr);
   SetVarAccess(nullptr);
+  SetHelpSystem(nullptr);
 }
 
 TKXHashTable HostSetup::HostValues(std::uintptr_t messageWindow) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "bench/program/HostHelp.h"
 #include "bench/program/HostInterfaces.h"
 #include "bench/program/Options.h"
 #include "framework/ScriptEnvironment.h"
@@ -30,6 +31,7 @@ class HostSetup {
   kx::ScriptParser parser_;
   HostTestEnvironment testEnvironment_;
   HostVarAccess varAccess_;
+  HostHelp help_;
 };
 
 /// How often extensions asked for the tester hardware to be initialised. This host has no hardware of its own

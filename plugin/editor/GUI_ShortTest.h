@@ -9,6 +9,7 @@
 #include "plugin/data/ShorttestData.h"
 #include "plugin/editor/DataFileEdit.h"
 #include "plugin/editor/EditorControls.h"
+#include "plugin/editor/HelpButton.h"
 
 class TKXParser;
 class wxDC;
@@ -52,6 +53,9 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
 
   /// The data file's name as a script expression.
   shorttest::DataFileEdit KXEdit_Datafile;
+
+  /// The host's help about this dialog.
+  shorttest::HelpButton KXHelpButton1;
 
   /// The data being edited; null before the first showing and after OK.
   const TShortTestData* Data() const { return comp_.get(); }
@@ -127,7 +131,6 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
   void ShowRange();
   void ShowGrid();
   wxString DescribeCell(int column, int row) const;
-  void ShowHelp() const;
   void LeaveTexts();
   shorttest::ConnectionTexts TypedTexts() const;
 

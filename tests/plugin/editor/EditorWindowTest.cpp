@@ -186,7 +186,8 @@ TEST_F(EditorWindow, SmallestDialogHasRoomForItsButtons) {
   Show([this] {
     form.Window()->SetSize(300, 480);
     Settle();
-    for (const wxWindow* const button : {form.BT_OK, form.ButtonCancel, form.BT_Learn, form.KXHelpButton1}) {
+    for (const wxWindow* const button :
+         {form.BT_OK, form.ButtonCancel, form.BT_Learn, form.KXHelpButton1.Control()}) {
       EXPECT_TRUE(IsInSight(*button)) << button->GetLabel();
     }
   });
@@ -456,13 +457,45 @@ TEST_F(EditorWindow, EnterInAMemoIsALineOfIt) {
   });
 }
 
-TEST_F(EditorWindow, HelpTellsAboutTheTexts) {
-  Show([this] {
-    Click(*form.KXHelpButton1);
-    ASSERT_EQ(messages.others.size(), 1U);
-    EXPECT_EQ(messages.others[0].helpContext, 140);
+// The host's help, which keeps the topics that it was asked for.
+class AskedTopics : public TKXHelpSystem {
+ public:
+  AskedTopics() { SetHelpSystem(this); }
+  ~AskedTopics() override { SetHelpSystem(nullptr); }
+  void ShowTopic(int helpContext) override {
+    topics.push_back(helpContext);
+    if (fails) throw std::runtime_error("the help file is missing");
+  }
+
+  std::vector<int> topics;
+  bool fails = false;
+};
+
+TEST_F(EditorWindow, HelpIsTheHosts) {
+  AskedTopics help;
+  Show([&] {
+    Click(*form.KXHelpButton1.Control());
+    EXPECT_THAT(help.topics, ElementsAre(140));
     Press(WXK_F1);
-    EXPECT_EQ(messages.others.size(), 2U);
+    EXPECT_TRUE(WaitFor([&] { return help.topics.size() == 2; }));
+    EXPECT_EQ(help.topics.back(), 140);
+  });
+}
+
+TEST_F(EditorWindow, HelpThatFailsIsReported) {
+  AskedTopics help;
+  help.fails = true;
+  Show([&] {
+    Click(*form.KXHelpButton1.Control());
+    EXPECT_THAT(TakeErrors(), ElementsAre("the help file is missing"));
+  });
+}
+
+TEST_F(EditorWindow, HostWithoutHelpSaysSo) {
+  Show([this] {
+    Click(*form.KXHelpButton1.Control());
+    ASSERT_EQ(messages.others.size(), 1U);
+    EXPECT_EQ(messages.others[0].text, "Zum Thema 140 gibt es keine Hilfe.");
   });
 }
 
