@@ -19,6 +19,40 @@ class KX_API TKXEdit {
   virtual void SetText(const std::string& text) = 0;
 };
 
+/// The host's help.
+class KX_API TKXHelpSystem {
+ public:
+  virtual ~TKXHelpSystem();
+
+  /// Shows what there is about a topic, by its number; may return before the user has read it. Called on the
+  /// user-interface thread. What it throws reaches the user as an error.
+  virtual void ShowTopic(int helpContext) = 0;
+};
+
+/// For the host alone, before extensions are loaded; the host keeps ownership. Null takes it back.
+KX_API void SetHelpSystem(TKXHelpSystem* helpSystem);
+
+/// The help button of a command's dialog. What help there is, and what it looks like, is the host's business;
+/// the dialog gives the topic and the place.
+class KX_API TKXHelpButton {
+ public:
+  TKXHelpButton();
+  virtual ~TKXHelpButton();
+  TKXHelpButton(const TKXHelpButton&) = delete;
+  TKXHelpButton& operator=(const TKXHelpButton&) = delete;
+
+  /// What pressing the button does, and F1 in its dialog: asks the host's help for the topic. A host without
+  /// help has a message box say so. Throws what the host's help throws.
+  virtual void Click();
+
+  /// Number of the topic; 0 for none.
+  int HelpContext() const { return helpContext_; }
+  void SetHelpContext(int helpContext) { helpContext_ = helpContext; }
+
+ private:
+  int helpContext_ = 0;
+};
+
 /// A command's editor dialog as the framework sees it.
 class KX_API TKXEditorForm {
  public:

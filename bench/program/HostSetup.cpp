@@ -39,12 +39,14 @@ HostSetup::HostSetup(const CommonOptions& options, const std::string& file)
   AddLibraryFolders(ProgramFolder(), ProgramFolder() / "simulator");
   SetTestEnvironment(&testEnvironment_);
   SetVarAccess(&varAccess_);
+  SetHelpSystem(&help_);
 }
 
 HostSetup::~HostSetup() {
   onInitialisation = nullptr;
   SetTestEnvironment(nullptr);
   SetVarAccess(nullptr);
+  SetHelpSystem(nullptr);
 }
 
 void HostSetup::OfferFileName(std::string expression) {

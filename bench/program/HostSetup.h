@@ -4,6 +4,7 @@
 #include <string>
 
 #include "bench/program/CommonOptions.h"
+#include "bench/program/HostHelp.h"
 #include "bench/program/HostInterfaces.h"
 #include "bench/program/Project.h"
 #include "framework/ScriptEnvironment.h"
@@ -39,6 +40,7 @@ class HostSetup {
   kx::ScriptParser parser_;
   HostTestEnvironment testEnvironment_;
   HostVarAccess varAccess_;
+  HostHelp help_;
 };
 
 }  // namespace kxbench

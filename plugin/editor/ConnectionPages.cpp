@@ -19,10 +19,10 @@ constexpr int SkipConHeight = 105;
 constexpr int SollWidth = 385;
 constexpr int GroupBorder = 3;
 
-wxString Text(const char* utf8) { return wxString::FromUTF8(utf8); }
+wxString PageText(const char* utf8) { return wxString::FromUTF8(utf8); }
 
 wxStaticBoxSizer* MakeGroup(wxWindow* parent, const char* caption) {
-  return new wxStaticBoxSizer(wxVERTICAL, parent, Text(caption));
+  return new wxStaticBoxSizer(wxVERTICAL, parent, PageText(caption));
 }
 
 // A group that fills a pane of a splitter.
@@ -36,7 +36,7 @@ wxSizer* LayOutBlockedPoints(wxWindow* parent, const EditorLayout& layout) {
   group->Add(edit, wxSizerFlags().Expand().Border(wxALL, Scaled(*parent, GroupBorder)));
   group->SetMinSize(-1, Scaled(*parent, SkipHeight));
   layout.controls.Ed_Skip = edit;
-  layout.dialog.AddAccelerator(Text(Caption), *edit);
+  layout.dialog.AddAccelerator(PageText(Caption), *edit);
   return group;
 }
 
@@ -62,7 +62,7 @@ wxWindow* LayOutExpectedConnections(wxWindow* parent, const EditorLayout& layout
                                Scaled(*parent, SollWidth));
   group->Add(splitter, wxSizerFlags(1).Expand().Border(wxALL, Scaled(*parent, GroupBorder)));
   pane->SetSizer(group);
-  layout.dialog.AddAccelerator(Text(Caption), *layout.controls.Mm_Soll);
+  layout.dialog.AddAccelerator(PageText(Caption), *layout.controls.Mm_Soll);
   return pane;
 }
 

@@ -22,7 +22,6 @@ struct EditorControls {
   wxButton* BT_OK = nullptr;
   wxButton* ButtonCancel = nullptr;
   wxButton* BT_Learn = nullptr;
-  wxButton* KXHelpButton1 = nullptr;
 
   // Parameters
   wxPanel* DatenPanel = nullptr;

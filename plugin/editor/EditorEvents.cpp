@@ -37,7 +37,8 @@ void TShortTestForm::BindParameters() {
     HandleClick([this] { BT_LearnClick(); });
     CloseIfRequested();  // "Abbruch" was pressed meanwhile
   });
-  KXHelpButton1->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { HandleClick([this] { ShowHelp(); }); });
+  KXHelpButton1.Control()->Bind(wxEVT_BUTTON,
+                                [this](wxCommandEvent&) { HandleClick([this] { KXHelpButton1.Click(); }); });
   CB_U->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { Handle([this] { CB_UChange(); }); });
 
   change(UpDownTimeout, &TShortTestForm::Ed_TimeoutChange);
@@ -98,7 +99,7 @@ void TShortTestForm::BindClosing() {
   });
   ButtonCancel->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { RequestClose(mrCancel); });
   Window()->Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { RequestClose(mrCancel); });
-  Window()->OnHelpKey([this] { Handle([this] { ShowHelp(); }); });
+  Window()->OnHelpKey([this] { Handle([this] { KXHelpButton1.Click(); }); });
 }
 
 // A key that presses a button leaves the keyboard where it is: what was typed there counts all the same.

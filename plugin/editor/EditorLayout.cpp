@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "plugin/editor/DesignScale.h"
+#include "plugin/editor/HelpButton.h"
 
 namespace shorttest {
 namespace {
@@ -76,15 +77,15 @@ wxWindow* LayOutBottomBar(wxWindow& parent, const EditorLayout& layout) {
   controls.BT_OK = makeButton(wxID_OK, "OK");
   controls.ButtonCancel = makeButton(wxID_CANCEL, "Abbruch");
   controls.BT_Learn = makeButton(wxID_ANY, "&Lernen");
-  controls.KXHelpButton1 = makeButton(wxID_HELP, "Hilfe");
+  wxButton* const help = makeButton(wxID_HELP, "Hilfe");
+  layout.helpButton.Attach(*help);
   controls.BT_OK->SetDefault();
   layout.dialog.AddAccelerator("&Lernen", *controls.BT_Learn);
 
   const int border = Scaled(parent, Border);
   auto* const row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(controls.ProgressBar1, wxSizerFlags(1).CentreVertical());
-  const std::vector<wxButton*> buttons = {controls.BT_OK, controls.ButtonCancel, controls.BT_Learn,
-                                          controls.KXHelpButton1};
+  const std::vector<wxButton*> buttons = {controls.BT_OK, controls.ButtonCancel, controls.BT_Learn, help};
   for (wxButton* const button : buttons) {
     row->Add(button, wxSizerFlags().CentreVertical().Border(wxLEFT, border));
   }

@@ -7,6 +7,7 @@
 namespace shorttest {
 
 class DataFileEdit;
+class HelpButton;
 
 /// Everything that is laid out: the window, the named controls to fill in, and what paints and describes the
 /// grid's cells.
@@ -14,6 +15,7 @@ struct EditorLayout {
   EditorDialog& dialog;
   EditorControls& controls;
   DataFileEdit& dataFileEdit;
+  HelpButton& helpButton;
   GridView::CellPainter cellPainter;
   GridView::CellDescriber cellDescriber;
 };

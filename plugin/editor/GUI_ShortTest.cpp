@@ -50,6 +50,7 @@ TKXEdit* TShortTestForm::FindEdit(const std::string& controlName) {
 
 void TShortTestForm::FormCreate() {
   if (VarAccess() != nullptr) VarAccess()->AttachEdit(KXEdit_Datafile);
+  KXHelpButton1.SetHelpContext(HelpContext);
 }
 
 void TShortTestForm::FormDestroy() {
@@ -82,6 +83,7 @@ void TShortTestForm::MakeWindow() {
       {.dialog = *Window(),
        .controls = *this,
        .dataFileEdit = KXEdit_Datafile,
+       .helpButton = KXHelpButton1,
        .cellPainter = [this](wxDC& dc, CellState state, const wxRect& rectangle,
                              bool focused) { ConnectionGridDrawCell(dc, state, rectangle, focused); },
        .cellDescriber = [this](int column, int row) { return DescribeCell(column, row); }});

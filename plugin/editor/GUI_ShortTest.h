@@ -11,6 +11,7 @@
 #include "plugin/editor/DataFileEdit.h"
 #include "plugin/editor/EditorControls.h"
 #include "plugin/editor/ExpectationDocument.h"
+#include "plugin/editor/HelpButton.h"
 
 class TKXParser;
 class wxDC;
@@ -55,6 +56,9 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
 
   /// The data file's name as a script expression.
   shorttest::DataFileEdit KXEdit_Datafile;
+
+  /// The host's help about this dialog.
+  shorttest::HelpButton KXHelpButton1;
 
   /// The data being edited; null before the first showing, after OK, and after "Öffnen" of a file that cannot
   /// be read.
@@ -134,7 +138,6 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
   void ShowGrid();
   wxString DescribeCell(int column, int row) const;
   void ShowNoData();
-  void ShowHelp() const;
   shorttest::ConnectionTexts TypedTexts() const;
 
   // Fields that are left. The texts have Ed_Exit, the thresholds and relays the handlers of their names.

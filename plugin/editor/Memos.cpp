@@ -27,7 +27,8 @@ class MemoWithoutBar : public wxTextCtrl {
   }
 
   WXDWORD MSWGetStyle(long flags, WXDWORD* extendedStyle) const override {
-    return wxTextCtrl::MSWGetStyle(flags, extendedStyle) & ~static_cast<WXDWORD>(WS_HSCROLL);
+    return (wxTextCtrl::MSWGetStyle(flags, extendedStyle) & ~static_cast<WXDWORD>(WS_HSCROLL)) |
+           ES_AUTOHSCROLL;
   }
 };
 

@@ -85,6 +85,11 @@ INSTANTIATE_TEST_SUITE_P(
                     Slot{"EnableTaskWindows", SlotOf(&UserInterface::EnableTaskWindows), 6}),
     NameOf);
 
+INSTANTIATE_TEST_SUITE_P(Help, SlotOrder,
+                         testing::Values(Slot{"ShowTopic", SlotOf(&TKXHelpSystem::ShowTopic), 2},
+                                         Slot{"Click", SlotOf(&TKXHelpButton::Click), 2}),
+                         NameOf);
+
 TEST(ModalResults, AreTheFrameworksNumbers) {
   EXPECT_EQ(mrNone, 0);
   EXPECT_EQ(mrOk, 1);

@@ -5,22 +5,16 @@
 #include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/dcmemory.h>
-#include <wx/display.h>
 #include <wx/image.h>
 #include <wx/notebook.h>
 #include <wx/textctrl.h>
-#include <wx/uiaction.h>
-#include <wx/utils.h>
 
-#include <functional>
-#include <string>
 #include <utility>
 #include <vector>
 
 #include "plugin/editor/EditorDialog.h"
 #include "plugin/editor/GridView.h"
 #include "tests/plugin/editor/EditorFixture.h"
-#include "tests/support/NativeWidgets.h"
 #include "tests/support/WidgetTest.h"
 
 namespace shorttest::testkit {
@@ -40,14 +34,6 @@ class EditorConnections : public EditorTest {
  protected:
   // A data file over channels 1 to `last`, with everything open.
   void UseChannels(int last) { UseExpectation(AllOpen(last)); }
-
-  static TShortTestData AllOpen(int last) {
-    TShortTestData data(1, last);
-    for (int i = 0; i < last; ++i) {
-      for (int j = 0; j < i; ++j) data.SetC(i, j, CellState::NotConnected, NoResistance);
-    }
-    return data;
-  }
 
   // Connects pairs of channels, as measured.
   static void Wire(TShortTestData& data, const std::vector<std::pair<int, int>>& wires) {
@@ -112,67 +98,6 @@ TEST_F(EditorConnections, NamesAreReadAnewEachTimeTheDialogIsShown) {
   Show([this] { EXPECT_EQ(TextOf(form.Mm_SollNames), "1 2"); });
   WriteFile("Projekt.ini", "[Scanner]\r\nRelais1=A\r\n");
   Show([this] { EXPECT_EQ(TextOf(form.Mm_SollNames), "A 2"); });
-}
-
-class ScrolledTexts : public EditorConnections {
- protected:
-  // A hundred lines of two channels.
-  void UseManyLines() {
-    TShortTestData data = AllOpen(200);
-    for (int channel = 1; channel < 200; channel += 2) {
-      data.SetC(channel - 1, channel, CellState::Connected, NoResistance);
-    }
-    UseExpectation(data);
-  }
-
-  int Top() const { return widget_test::FirstVisibleLine(*form.Mm_Soll); }
-  int TopOfNames() const { return widget_test::FirstVisibleLine(*form.Mm_SollNames); }
-  bool AreTogether() const { return Top() == TopOfNames(); }
-};
-
-TEST_F(ScrolledTexts, NamesFollowTheCaretOfTheText) {
-  UseManyLines();
-  Show([this] {
-    Enter(*form.Mm_Soll);
-    Press(WXK_END, wxMOD_CONTROL);
-    EXPECT_TRUE(widget_test::WaitFor([this] { return Top() > 20 && AreTogether(); })) << Top();
-    Press(WXK_HOME, wxMOD_CONTROL);
-    EXPECT_TRUE(widget_test::WaitFor([this] { return Top() == 0 && AreTogether(); })) << Top();
-  });
-}
-
-TEST_F(ScrolledTexts, TextFollowsTheNames) {
-  UseManyLines();
-  Show([this] {
-    Enter(*form.Mm_SollNames);
-    Press(WXK_PAGEDOWN);
-    EXPECT_TRUE(widget_test::WaitFor([this] { return TopOfNames() > 5 && AreTogether(); })) << Top();
-  });
-}
-
-TEST_F(ScrolledTexts, WheelMovesBoth) {
-  UseManyLines();
-  Show([this] {
-    for (wxTextCtrl* const memo : {form.Mm_Soll, form.Mm_SollNames}) {
-      const int before = Top();
-      widget_test::TurnWheelOver(*memo);
-      EXPECT_TRUE(widget_test::WaitFor([&] { return Top() > before && AreTogether(); })) << Top();
-    }
-  });
-}
-
-TEST_F(ScrolledTexts, TypingLeavesTheTextWhereItIs) {
-  UseManyLines();
-  Show([this] {
-    Enter(*form.Mm_Soll);
-    Press(WXK_END, wxMOD_CONTROL);
-    ASSERT_TRUE(widget_test::WaitFor([this] { return Top() > 20 && AreTogether(); }));
-    const int before = Top();
-    Type(" 1");
-    EXPECT_TRUE(TextOf(form.Mm_SollNames).ends_with(" 1"));
-    EXPECT_TRUE(widget_test::WaitFor([this] { return AreTogether(); }));
-    EXPECT_GE(Top(), before);
-  });
 }
 
 TEST_F(EditorConnections, NamesCannotBeTypedInto) {
@@ -283,102 +208,6 @@ TEST_F(EditorConnections, GridHasAFocusThatTheArrowKeysMove) {
     EXPECT_EQ(form.ConnectionGrid->FocusedCell(), wxPoint(0, 0));
     Press(WXK_TAB);
     EXPECT_FALSE(form.ConnectionGrid->HasFocus());
-  });
-}
-
-class GridTip : public EditorConnections {
- protected:
-  // What the tip says; empty while there is none.
-  std::string TipText() const {
-    const CellTip* const tip = form.ConnectionGrid->Tip();
-    return tip == nullptr ? "" : tip->Text().utf8_string();
-  }
-  bool Tells(const std::string& text) const {
-    return widget_test::WaitFor([&] { return TipText() == text; });
-  }
-
-  void PointAt(int column, int row) const {
-    const wxRect cell = form.ConnectionGrid->CellRect(column, row);
-    wxUIActionSimulator().MouseMove(
-        form.ConnectionGrid->ClientToScreen(cell.GetPosition() + cell.GetSize() / 2));
-  }
-
-  // Channels 1 to `last` with a connection 3-5, measured, and the page with the grid.
-  void ShowGridOf(int last, const std::function<void()>& script) {
-    WriteFile("Projekt.ini", "[Scanner]\nRelais3=Kl. 15\n");
-    TShortTestData data = AllOpen(last);
-    data.SetC(2, 4, CellState::Connected, NoResistance);
-    UseExpectation(data);
-    Show([&] {
-      ChoosePage(GridPage);
-      script();
-    });
-  }
-
-  const std::string connected = "Kanal 3 (Kl. 15) und Kanal 5\nverbunden, Widerstand nicht gemessen";
-};
-
-TEST_F(GridTip, TellsTheCellUnderTheMouse) {
-  ShowGridOf(48, [this] {
-    PointAt(2, 4);
-    EXPECT_TRUE(Tells(connected)) << TipText();
-    PointAt(47, 46);
-    EXPECT_TRUE(Tells("Kanal 47 und Kanal 48\nnicht verbunden, Widerstand nicht gemessen")) << TipText();
-    EXPECT_FALSE(form.ConnectionGrid->Tip()->Area().Contains(wxGetMousePosition()));
-    wxUIActionSimulator().MouseMove(form.BT_OK->GetScreenPosition());
-    EXPECT_TRUE(Tells("")) << TipText();
-  });
-}
-
-TEST_F(GridTip, TellsTheCellReachedWithTheKeyboard) {
-  ShowGridOf(48, [this] {
-    form.PageControl1->SetFocus();
-    Press(WXK_TAB);
-    EXPECT_TRUE(Tells("Kanal 1\nmit sich selbst")) << TipText();
-    for (const int key : {WXK_RIGHT, WXK_RIGHT, WXK_DOWN, WXK_DOWN, WXK_DOWN, WXK_DOWN}) Press(key);
-    EXPECT_TRUE(Tells(connected)) << TipText();
-    EXPECT_EQ(form.ConnectionGrid->FocusedCell(), wxPoint(2, 4));
-    Press(WXK_TAB);
-    EXPECT_TRUE(Tells("")) << TipText();
-  });
-}
-
-TEST_F(GridTip, TellsEachOfAGreatManyCells) {
-  ShowGridOf(240, [this] {
-    PointAt(2, 4);
-    EXPECT_TRUE(Tells(connected)) << TipText();
-    PointAt(3, 4);
-    EXPECT_TRUE(Tells("Kanal 4 und Kanal 5\nnicht verbunden, Widerstand nicht gemessen")) << TipText();
-    PointAt(239, 239);
-    EXPECT_TRUE(Tells("Kanal 240\nmit sich selbst")) << TipText();
-  });
-}
-
-TEST_F(GridTip, StaysOnTheScreen) {
-  ShowGridOf(48, [this] {
-    const int screenWidth = wxDisplay(form.Window()).GetGeometry().GetSize().x;
-    form.Window()->Move(screenWidth - form.Window()->GetSize().x, 200);
-    Settle();
-    form.ConnectionGrid->SetFocus();
-    Press(WXK_END);
-    ASSERT_TRUE(Tells("Kanal 48\nmit sich selbst")) << TipText();
-    EXPECT_TRUE(widget_test::WaitFor([this] {
-      return wxDisplay(form.Window()).GetGeometry().Contains(form.ConnectionGrid->Tip()->Area());
-    }));
-  });
-}
-
-TEST_F(GridTip, GoesWithThePageAndWithTheDialog) {
-  ShowGridOf(48, [this] {
-    PointAt(2, 4);
-    ASSERT_TRUE(Tells(connected)) << TipText();
-    Press(WXK_PAGEUP, wxMOD_CONTROL);
-    EXPECT_TRUE(Tells("")) << TipText();
-    Press(WXK_PAGEDOWN, wxMOD_CONTROL);
-    PointAt(3, 4);
-    ASSERT_TRUE(widget_test::WaitFor([this] { return TipText() != ""; }));
-    Press(WXK_ESCAPE);
-    EXPECT_TRUE(Tells("")) << TipText();
   });
 }
 

@@ -102,6 +102,14 @@ void ReadMessages::EnableTaskWindows(const TaskWindowList& windows) {
   widget_test::Windows().EnableTaskWindows(windows);
 }
 
+TShortTestData AllOpen(std::int32_t last) {
+  TShortTestData data(1, last);
+  for (std::int32_t i = 0; i < last; ++i) {
+    for (std::int32_t j = 0; j < i; ++j) data.SetC(i, j, CellState::NotConnected, NoResistance);
+  }
+  return data;
+}
+
 EditorTest::HostGlobals::HostGlobals(UserInterface& userInterface, IVarAccess& variables) {
   SetApplication(&userInterface);
   SetVarAccess(&variables);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <wx/window.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -32,6 +33,9 @@ class ReadMessages : public UserInterface {
   int answer = mrOk;           ///< to every message that is no error
   bool errorsInBoxes = false;  ///< shows errors in real boxes, and closes them
 };
+
+/// An expectation over channels 1 to `last` with every pair open.
+TShortTestData AllOpen(std::int32_t last);
 
 /// A user at the editor dialog, on a screen, with a project of its own and a fake tester.
 class EditorTest : public ::testing::Test {

@@ -1,12 +1,16 @@
-#include "plugin/editor/GUI_ShortTest.h"
+#include "bench/program/HostHelp.h"
 
+#include <string>
+
+namespace kxbench {
 namespace {
 
-const char* const HelpText =
+constexpr int ShortTestEditor = 140;
+
+const char* const ShortTestEditorText =
     "Soll-Verbindungen: je Zeile eine Gruppe verbundener Kanäle, zum Beispiel \"1 2 3\".\n"
     "Übersprungene Verbindungen: je Zeile ein Kanal und die Kanäle, gegen die er nicht auf Kurzschluss "
-    "geprüft "
-    "wird.\n"
+    "geprüft wird.\n"
     "Gesperrte Messpunkte: Kanäle, die nicht verwendet werden.\n"
     "Leerzeichen oder Komma trennen die Kanäle.\n\n"
     "Lernen misst einen fehlerfreien Prüfling und übernimmt seine Verbindungen.\n\n"
@@ -15,7 +19,14 @@ const char* const HelpText =
 
 }  // namespace
 
-void TShortTestForm::ShowHelp() const {
+void HostHelp::ShowTopic(int helpContext) {
   Application().ShowMessage(
-      {.text = HelpText, .kind = MessageKind::Information, .buttons = {mrOk}, .helpContext = HelpContext});
+      {.text = helpContext == ShortTestEditor
+                   ? ShortTestEditorText
+                   : "Zum Thema " + std::to_string(helpContext) + " gibt es keine Hilfe.",
+       .kind = MessageKind::Information,
+       .buttons = {mrOk},
+       .helpContext = helpContext});
 }
+
+}  // namespace kxbench
