@@ -30,6 +30,7 @@ struct BackgroundWriter::State {
   int error = 0;
   bool started = false;
   bool closed = false;
+  bool stuck = false;  ///< Settle has waited in vain since the last text was taken
 
   void Work() {
     std::unique_lock lock(mutex);
@@ -43,6 +44,7 @@ struct BackgroundWriter::State {
       if (error == 0) error = failed;
       awaited -= texts.front().second == Kind::Awaited ? 1U : 0U;
       texts.pop_front();
+      stuck = false;
       changed.notify_all();
     }
   }
@@ -83,7 +85,8 @@ bool BackgroundWriter::Wait(const std::function<bool()>& enough) const {
 
 void BackgroundWriter::Settle() const {
   std::unique_lock lock(state_->mutex);
-  state_->changed.wait_for(lock, SettleTime, [this] { return state_->texts.empty(); });
+  const auto written = [this] { return state_->texts.empty(); };
+  if (!state_->stuck) state_->stuck = !state_->changed.wait_for(lock, SettleTime, written);
 }
 
 int BackgroundWriter::Error() const {

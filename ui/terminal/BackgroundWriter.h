@@ -38,7 +38,7 @@ class BackgroundWriter {
   /// reader who reads at all. False when something is left.
   bool Wait(const std::function<bool()>& enough) const;
 
-  /// Waits until everything is written, a tenth of a second at most.
+  /// Waits until everything is written, a tenth of a second at most, and not again before a text was taken.
   void Settle() const;
 
   /// The first error that writing ended with; 0 when there was none.

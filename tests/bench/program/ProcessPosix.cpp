@@ -49,6 +49,8 @@ void FillUp(int pipe) {
 
 [[noreturn]] void Become(const Process& process, const Pipe& output, const Pipe& errors) {
   if (!process.folder.empty() && chdir(process.folder.c_str()) != 0) _exit(126);
+  // A shell that starts the tests in the background has some ignored, and they would stay so.
+  for (const int number : {SIGINT, SIGQUIT, SIGHUP}) signal(number, SIG_DFL);
   for (const auto& [name, value] : process.environment) setenv(name.c_str(), value.c_str(), 1);
   const int nothing = open("/dev/null", O_RDONLY);
   Pipe unread;
