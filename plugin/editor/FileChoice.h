@@ -14,8 +14,8 @@ struct FileChoice {
 };
 
 /// Lets the user choose an existing file that can be written: the one of that name, or else the one with the
-/// extension "dat" added to it. Says why another cannot be opened (a name with a quotation mark cannot stand in
-/// a script), and lets the user choose again. No value when the user cancels. The current directory stays.
+/// extension "dat" added to it. Says why another cannot be opened (a name with a quotation mark cannot stand
+/// in a script), and lets the user choose again. No value when the user cancels. The current directory stays.
 std::optional<std::string> ChooseFileToOpen(wxWindow& parent, const FileChoice& start);
 
 /// Lets the user choose a file to write, in a directory that exists; asks before an existing one is

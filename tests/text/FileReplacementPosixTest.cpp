@@ -233,7 +233,8 @@ TEST_F(Replacement, ADeviceIsReadUpToTheLimitWhereItMayBeRead) {
   const auto error = Thrown<shorttest::FileTooLarge>(
       [] { shorttest::ReadWholeFile("/dev/zero", 100000, shorttest::ReadFrom::Anything); });
   ASSERT_TRUE(error);
-  EXPECT_THAT(error->message, HasSubstr("'/dev/zero': it holds more than the 100000 bytes that are possible"));
+  EXPECT_THAT(error->message,
+              HasSubstr("'/dev/zero': it holds more than the 100000 bytes that are possible"));
   EXPECT_EQ(shorttest::ReadWholeFile("/dev/null", 0, shorttest::ReadFrom::Anything), "");
 }
 
