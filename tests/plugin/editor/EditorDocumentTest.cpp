@@ -98,6 +98,17 @@ TEST_F(EditorDocument, RangeFieldsThatAreLeftShowTheChannelsThatCount) {
   EXPECT_EQ(form.ModalResult(), mrOk);
 }
 
+TEST_F(EditorDocument, ChannelBeyondTheLimitsStaysWhileTheOtherIsTyped) {
+  UseHarness(250, {{1, 250}});
+  Show([this] {
+    EXPECT_EQ(TextOf(form.Ed_MaxChannel), "250");
+    Replace(*form.Ed_MinChannel, "2");
+    Enter(*form.Ed_Timeout);
+    EXPECT_EQ(Data().bis, 250);
+    EXPECT_EQ(TextOf(form.Ed_MaxChannel), "250");
+  });
+}
+
 TEST_F(EditorDocument, ChannelThatIsNotPossibleIsNotSavedUnseen) {
   const std::string file = UseHarness(22, {{1, 2}});
   Show([this] {
