@@ -189,6 +189,22 @@ TEST_F(EditorDocument, WrongItemIsSelectedInItsTextAndTheRestCanBeReached) {
   });
 }
 
+TEST_F(EditorDocument, WrongItemIsSelectedOnceTheBoxIsClosed) {
+  UseHarness(8, {});
+  messages.errorsInBoxes = true;
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 2\n3 49 5");
+    Click(*form.BT_OK);
+    EXPECT_TRUE(widget_test::WaitFor([this] { return form.Mm_Soll->HasFocus(); }));
+    EXPECT_EQ(Selected(form.Mm_Soll), "49");
+    Type("4");
+    EXPECT_EQ(TextOf(form.Mm_Soll), "1 2\n3 4 5");
+    EXPECT_THAT(TakeErrors(), ElementsAre("49 is too large."));
+    EXPECT_EQ(form.ModalResult(), mrNone);
+  });
+}
+
 TEST_F(EditorDocument, WrongItemOnTheHiddenPageIsSelectedOnOk) {
   UseHarness(8, {});
   Show([this] {
