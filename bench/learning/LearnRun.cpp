@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "bench/learning/DriverUse.h"
 #include "bench/learning/LearnProgress.h"
 #include "plugin/hardware/Bus.h"
 #include "plugin/hardware/Timing.h"
@@ -90,7 +91,7 @@ TShortTestData PrepareData(const LearnRequest& request) {
 
 void LearnFile(const LearnRequest& request, LearnSummary& summary) {
   const std::int64_t start = PerfCounterNow();
-  const shorttest::HardwareUsage before = shorttest::Usage();
+  const DriverUse before = DriverUseSoFar();
   TShortTestData data = PrepareData(request);
   if (!InitHardware()) throw std::runtime_error("Konnte Anzahl Kanäle nicht ermitteln.");
   RequireChannels(data);
@@ -104,9 +105,9 @@ void LearnFile(const LearnRequest& request, LearnSummary& summary) {
   data.SaveExpectationFile(request.file);
 
   DescribeLearned(data, summary);
-  summary.readings = static_cast<std::uint64_t>(shorttest::Usage().readings - before.readings);
-  summary.relayOperations =
-      static_cast<std::uint64_t>(shorttest::Usage().relayOperations - before.relayOperations);
+  const DriverUse after = DriverUseSoFar();
+  summary.readings = after.readings - before.readings;
+  summary.relayOperations = after.relayOperations - before.relayOperations;
   summary.seconds = SecondsSince(start);
   summary.end = LearnEnd::Learned;
 }

@@ -32,8 +32,4 @@ class HostSetup {
   HostVarAccess varAccess_;
 };
 
-/// How often extensions asked for the tester hardware to be initialised. This host has no hardware of its own
-/// and only counts: a check resets what it needs.
-int HardwareInitialisations();
-
 }  // namespace kxbench

@@ -19,8 +19,8 @@ std::unique_ptr<TShortTestData> MakeWork(const TShortTestData& data) {
   return work;
 }
 
-// Runs one step of the clean-up. It may not raise: the steps behind it must run, and the failure that led
-// here must not be replaced.
+// Runs one step of the clean-up. It must not throw: the later steps must run, and the failure that led here
+// must not be replaced.
 template <typename Step>
 void Quietly(Step step) noexcept {
   try {
@@ -37,7 +37,7 @@ class RunningCheck {
   ~RunningCheck() {
     ReleaseAllLines(data_);
     // The one relay that a check can close out of that reach.
-    if (const auto card = shorttest::CardBehindRange(data_)) shorttest::ReleaseLine(*card, 1);
+    if (const auto card = shorttest::CardPastRange(data_)) shorttest::ReleaseLine(*card, 1);
     shorttest::SwitchTerminationOff(data_);
     work.reset();
     // The close box leaves the modal result at 0: the host is told of "Abbrechen" and Escape alone.

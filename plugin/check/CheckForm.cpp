@@ -7,6 +7,9 @@ std::unique_ptr<TShortTestCheckForm> CheckForm;
 
 namespace {
 
+constexpr ControlBounds ProgressBar1 = {8, 8, 150, 17};
+constexpr ControlBounds Button1 = {45, 40, 75, 25};
+
 ProgressDialogLayout Layout() {
   ProgressDialogLayout layout;
   layout.caption = "Kurzschlusstest";
@@ -14,10 +17,10 @@ ProgressDialogLayout Layout() {
   layout.clientHeight = 73;
   layout.fontName = "Segoe UI";
   layout.fontHeight = -12;
-  layout.bar = {8, 8, 150, 17};
+  layout.bar = ProgressBar1;
   layout.barMinimum = 0;
   layout.barMaximum = 100;
-  layout.button = {45, 40, 75, 25};
+  layout.button = Button1;
   layout.buttonCaption = "Abbrechen";
   layout.buttonResult = mrCancel;
   return layout;

@@ -4,8 +4,8 @@
 
 #include "contracts/UserInterface.h"
 
-/// The modeless dialog of a running check: a progress bar and the button "Abbrechen". The user interface that
-/// the host chose draws it.
+/// The modeless dialog of a running check: the progress bar `ProgressBar1` and the button `Button1`,
+/// "Abbrechen". The user interface that the host chose draws it.
 class TShortTestCheckForm {
  public:
   /// Makes the dialog without showing it.
@@ -14,7 +14,7 @@ class TShortTestCheckForm {
   /// Shows it, the bar at 0.
   void Show();
 
-  /// Modal result: 0 until "Abbrechen" or Escape was pressed, then 2. The close box leaves it alone.
+  /// Modal result: 0 until `Button1` or Escape was pressed, then 2. The close box leaves it alone.
   int GetModalResult() const { return dialog_->GetModalResult(); }
 
   /// False once the user closed the dialog with its close box.

@@ -27,6 +27,10 @@ void ForNetOf(const TShortTestData& work, std::int32_t i, std::int32_t high, Act
   }
 }
 
+// A result of a pass at which the driver of the check skips the passes that follow, whatever was found
+// before.
+std::int32_t ErrorsThatEndTheCheck(const TShortTestData& data) { return data.MaxError; }
+
 // Enters the measured state of a pair and returns it.
 CellState PutMeasured(TShortTestData& work, std::int32_t i, std::int32_t j, double threshold, double ohm) {
   const CellState measured = threshold > ohm ? CellState::Connected : CellState::NotConnected;
@@ -95,7 +99,8 @@ std::int32_t CheckVoltagePass(const TShortTestData& data, TShortTestData& work) 
   const std::int32_t high = data.Highconnections();
   if (UpdateProgress(VoltagePassStart)) return 0;
 
-  // With every channel suspended this is the channel behind `bis`; switching it all the same is meant.
+  // With every channel suspended this is the channel after `bis`. It is switched all the same: the traces of
+  // existing testers have it.
   std::int32_t k = 0;
   while (k <= high && IsSuspended(data, k)) ++k;
   ConnectChannel(data.von + k, 1);
@@ -107,11 +112,11 @@ std::int32_t CheckVoltagePass(const TShortTestData& data, TShortTestData& work) 
     ConnectChannel(data.von + k, 0);
     const double volts = WaitForDischarge(data, VoltageLimit, Position(k, high + 1, VoltagePassStart),
                                           Position(k + 1, high + 1, VoltagePassStart), UpdateProgress);
-    // The signed value is compared, so a reading below -0.7 V passes. This is meant.
+    // The signed value is compared, as results have always been judged: a reading below -0.7 V passes.
     if (!(volts < VoltageLimit)) {
       // The first pair cannot tell which of its two channels is live; the first one is named.
       work.SuspendChannel(k == 1 ? 0 : k, volts);
-      return data.MaxError;
+      return ErrorsThatEndTheCheck(data);
     }
     ConnectChannel(data.von + k, 1);
     ReleaseChannel(data.von + k, 0);

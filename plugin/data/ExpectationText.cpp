@@ -1,11 +1,9 @@
 #include "plugin/data/ExpectationText.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <vector>
 
-#include "text/IniText.h"
+#include "text/Lines.h"
 
 namespace shorttest {
 namespace {
@@ -15,30 +13,29 @@ constexpr std::string_view OptionSection = "OPTION";
 constexpr std::string_view DataSection = "DATEN";
 constexpr std::string_view DataHeader = "[DATEN]";
 
-// What the system's text reader yields behind the end of a file.
+// What the system's text reader yields past the end of a file.
 constexpr char EndOfFile = 26;
 
 // The file as a text reader sees it: character by character, line breaks included, and never an error at the
 // end. A line ends with CRLF, LF or CR.
 class TextReader {
  public:
-  explicit TextReader(std::string_view text) : text_(text) {}
+  explicit TextReader(std::string_view text) : rest_(text) {}
 
-  bool AtEnd() const { return position_ >= text_.size(); }
+  bool AtEnd() const { return rest_.empty(); }
 
-  char ReadCharacter() { return AtEnd() ? EndOfFile : text_[position_++]; }
-
-  std::string_view ReadLine() {
-    const std::size_t start = position_;
-    const std::size_t end = std::min(text_.find_first_of("\r\n", position_), text_.size());
-    position_ = end;
-    if (ReadCharacter() == '\r' && !AtEnd() && text_[position_] == '\n') ++position_;
-    return text_.substr(start, end - start);
+  char ReadCharacter() {
+    if (AtEnd()) return EndOfFile;
+    const char character = rest_.front();
+    rest_.remove_prefix(1);
+    return character;
   }
 
+  // The rest of the line; nothing at the end.
+  std::string_view ReadLine() { return TakeLine(rest_).text; }
+
  private:
-  std::string_view text_;
-  std::size_t position_ = 0;
+  std::string_view rest_;
 };
 
 // The digit's value; of any other character the code minus 48 as an 8-bit value.
@@ -46,7 +43,7 @@ CellState StateOf(char character) {
   return static_cast<CellState>(static_cast<std::uint8_t>(static_cast<unsigned char>(character) - 48U));
 }
 
-// Leaves the reader behind the first line that contains the header anywhere, or at the end.
+// Leaves the reader after the first line that contains the header anywhere, or at the end.
 void SkipToData(TextReader& reader) {
   while (!reader.AtEnd() && reader.ReadLine().find(DataHeader) == std::string_view::npos) {
   }
@@ -68,11 +65,14 @@ std::string StateDigits(const std::vector<TConnectionCell>& row) {
 
 }  // namespace
 
+ExpectationRange ReadExpectationRange(const IniText& ini) {
+  return {ini.ReadInteger(RangeSection, "START", 1), ini.ReadInteger(RangeSection, "ENDE", 2)};
+}
+
 TShortTestData ReadExpectationText(std::string_view content) {
   const IniText ini(content);
-  const std::int32_t von = ini.ReadInteger(RangeSection, "START", 1);
-  const std::int32_t bis = ini.ReadInteger(RangeSection, "ENDE", 2);
-  TShortTestData data(von, bis);
+  const ExpectationRange range = ReadExpectationRange(ini);
+  TShortTestData data(range.von, range.bis);
   data.Schwelle = ini.ReadFloat(RangeSection, "WIDERSTAND", data.Schwelle);
   data.Schwelle2 = ini.ReadFloat(RangeSection, "WIDERSTAND2", data.Schwelle);
   data.U_Control = ini.ReadInteger(OptionSection, "U_KONTROLLE", data.U_Control);
@@ -99,7 +99,7 @@ std::string WriteExpectationText(const TShortTestData& data, std::string_view ol
   ini.WriteInteger(OptionSection, "TIMEOUT", data.Timeout);
   ini.WriteInteger(OptionSection, "MAX ERROR", data.MaxError);
 
-  // The data block is always the last thing in the file: the reader stops behind it.
+  // The data block is always the last thing in the file: the reader stops after it.
   ini.EraseSection(DataSection);
   ini.AppendLine(std::string(DataHeader));
   for (const auto& row : data.connections) ini.AppendLine(StateDigits(row));

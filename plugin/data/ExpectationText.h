@@ -1,11 +1,20 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "plugin/data/ShorttestData.h"
+#include "text/IniText.h"
 
 namespace shorttest {
+
+/// The channel range of an expectation file; the default for a bound that is missing or no integer.
+struct ExpectationRange {
+  std::int32_t von;
+  std::int32_t bis;
+};
+ExpectationRange ReadExpectationRange(const IniText& ini);
 
 /// What the content of an expectation file says. It depends on the content and on the decimal separator in
 /// force alone. Missing or unreadable keys take their defaults and damaged data lines are read as they stand,

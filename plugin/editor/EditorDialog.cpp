@@ -30,6 +30,10 @@ std::optional<bool> PageDirection(const wxKeyEvent& event) {
   return std::nullopt;
 }
 
+bool PressesButtons(int key) {
+  return key == WXK_RETURN || key == WXK_NUMPAD_ENTER || key == WXK_SPACE || key == WXK_NUMPAD_SPACE;
+}
+
 }  // namespace
 
 EditorDialog::EditorDialog(const wxString& caption)
@@ -87,6 +91,7 @@ void EditorDialog::Enter(const wxWindow* control) {
 }
 
 void EditorDialog::OnCharHook(wxKeyEvent& event) {
+  if (ignoresPressingKeys_ && PressesButtons(event.GetKeyCode())) return;
   if (event.GetKeyCode() == WXK_F1 && helpHandler_) {
     helpHandler_();
   } else if (const auto forward = PageDirection(event); forward && pageHandler_) {

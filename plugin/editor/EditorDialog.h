@@ -40,6 +40,9 @@ class EditorDialog : public wxDialog {
   /// Acts as if the keyboard left the control that has it, and came back.
   void TakeOverControl();
 
+  /// While `ignored`, Enter and the space bar press no button; Escape and the mouse do.
+  void IgnorePressingKeys(bool ignored) { ignoresPressingKeys_ = ignored; }
+
   /// `handler` runs when the user presses F1.
   void OnHelpKey(std::function<void()> handler) { helpHandler_ = std::move(handler); }
 
@@ -65,6 +68,7 @@ class EditorDialog : public wxDialog {
   std::function<void()> helpHandler_;
   std::function<void(bool)> pageHandler_;
   wxWindow* current_ = nullptr;
+  bool ignoresPressingKeys_ = false;
 };
 
 }  // namespace shorttest

@@ -72,6 +72,8 @@ void TShortTestForm::LearningMode::Enable(bool enable) {
   form_.BT_Learn->Enable(enable);
   form_.BT_OK->Enable(enable);
   form_.DatenPanel->Enable(enable);
+  // The Enter that started the learning, held or pressed again, must not press "Abbruch".
+  form_.Window()->IgnorePressingKeys(!enable);
 }
 
 bool TShortTestForm::ShowLearnProgress(double position) {

@@ -24,21 +24,13 @@ class Dialog {
     dialog_.SetFilename(name.GetFullName());
   }
 
-  // The name chosen; empty when the user cancelled.
+  // The name as it was typed or chosen; empty when the user cancelled.
   wxFileName Choose() {
-    if (dialog_.ShowModal() != wxID_OK) return {};
-    wxFileName name(dialog_.GetPath());
-    extensionAdded_ = !name.HasExt();
-    if (extensionAdded_) name.SetExt(DefaultExtension);
-    return name;
+    return dialog_.ShowModal() == wxID_OK ? wxFileName(dialog_.GetPath()) : wxFileName();
   }
-
-  // The dialog asked about, and looked for, another file than the one that results.
-  bool ExtensionAdded() const { return extensionAdded_; }
 
  private:
   wxFileDialog dialog_;
-  bool extensionAdded_ = false;
 };
 
 void Refuse(const wxFileName& name, const char* reason) {
@@ -63,6 +55,10 @@ bool IsReadOnly(const wxFileName& name) {
       std::filesystem::status(AbsolutePath(name.GetFullPath().utf8_string()), ignored).permissions();
   return (mode & (perms::owner_write | perms::group_write | perms::others_write)) == perms::none ||
          !name.IsFileWritable();
+}
+
+wxFileName WithDefaultExtension(const wxFileName& name) {
+  return wxFileName(name.GetFullPath() + "." + DefaultExtension);
 }
 
 // True when the file can be opened; else the user has been told why not.
@@ -90,11 +86,14 @@ bool CanSave(const wxFileName& name, bool askAgain) {
 
 }  // namespace
 
+// Not left to the file dialog to find out whether the file exists: it looks for the name without its
+// extension alone, and refuses that of a file that is there.
 std::optional<std::string> ChooseFileToOpen(wxWindow& parent, const FileChoice& start) {
-  Dialog dialog(parent, wxString::FromUTF8("Öffnen"), start, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  Dialog dialog(parent, wxString::FromUTF8("Öffnen"), start, wxFD_OPEN);
   for (;;) {
-    const wxFileName name = dialog.Choose();
+    wxFileName name = dialog.Choose();
     if (!name.IsOk()) return std::nullopt;
+    if (!name.FileExists() && WithDefaultExtension(name).FileExists()) name = WithDefaultExtension(name);
     if (CanOpen(name)) return name.GetFullPath().utf8_string();
   }
 }
@@ -102,9 +101,12 @@ std::optional<std::string> ChooseFileToOpen(wxWindow& parent, const FileChoice& 
 std::optional<std::string> ChooseFileToSave(wxWindow& parent, const FileChoice& start) {
   Dialog dialog(parent, wxString::FromUTF8("Speichern unter"), start, wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
   for (;;) {
-    const wxFileName name = dialog.Choose();
+    wxFileName name = dialog.Choose();
     if (!name.IsOk()) return std::nullopt;
-    if (CanSave(name, dialog.ExtensionAdded())) return name.GetFullPath().utf8_string();
+    // The dialog has asked about the name as it is, not about the one that gets an extension.
+    const bool addsExtension = !name.HasExt() && !name.FileExists();
+    if (addsExtension) name = WithDefaultExtension(name);
+    if (CanSave(name, addsExtension)) return name.GetFullPath().utf8_string();
   }
 }
 

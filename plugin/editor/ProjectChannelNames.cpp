@@ -2,8 +2,8 @@
 
 #include <system_error>
 
-#include "plugin/editor/TextEncoding.h"
 #include "text/FileAccess.h"
+#include "text/TextEncoding.h"
 
 namespace shorttest {
 namespace {

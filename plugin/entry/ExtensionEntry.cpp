@@ -10,23 +10,22 @@ constexpr std::uint32_t ExportFlags = 1;  // the host's own; always 1
 
 }  // namespace
 
-shorttest::HostValues& shorttest::KeptHostValues() {
-  static HostValues values;
-  return values;
+TBreInit& shorttest::HostBreInit() {
+  static TBreInit breInit = nullptr;
+  return breInit;
 }
 
 TExtensionInfo* __getExtensionInfo(const TKXHashTable& hostValues) {
-  shorttest::HostValues& kept = shorttest::KeptHostValues();
-  kept.appParser = reinterpret_cast<TKXParser*>(hostValues.Get("AppParser"));
+  auto* const parser = reinterpret_cast<TKXParser*>(hostValues.Get("AppParser"));
   // The upper half of the table's pointer-size value is dropped.
   shorttest::SetMessageWindowHandle(static_cast<std::uint32_t>(hostValues.Get("MsgHandle")));
-  kept.breInit = reinterpret_cast<TBreInit>(hostValues.Get("BreInit"));
+  shorttest::HostBreInit() = reinterpret_cast<TBreInit>(hostValues.Get("BreInit"));
 
   auto info = std::make_unique<TExtensionInfo>();
   info->Name = "Kurzschlusstest";
   info->Description = "Verbindungstest und Kurschlusstest";  // the host knows it in this spelling
   info->CommandDefinitionFile = "Data\\ShortTestCommands.def";
-  info->Commands.push_back(std::make_unique<TKXFuncRunEditExport>(shorttest::ShortTestCommandClass(),
-                                                                  kept.appParser, ExportFlags));
+  info->Commands.push_back(
+      std::make_unique<TKXFuncRunEditExport>(shorttest::ShortTestCommandClass(), parser, ExportFlags));
   return info.release();
 }

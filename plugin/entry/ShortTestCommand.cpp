@@ -16,8 +16,8 @@ class CommandClass : public TKXCommandClass {
 
 // Has the host bring the tester hardware into a usable state.
 void InitHostHardware() {
-  const TBreInit breInit = shorttest::KeptHostValues().breInit;
-  if (breInit == nullptr) throw std::logic_error("ShortTest: the host gave no BreInit routine");
+  const TBreInit breInit = shorttest::HostBreInit();
+  if (breInit == nullptr) throw std::logic_error("ShortTest: Der Host hat keine Routine BreInit übergeben.");
   breInit();
 }
 
@@ -50,7 +50,7 @@ TKXRunEdit* TKXShortTestCommand::Create(TKXParser* parser) const { return new TK
 void TKXShortTestCommand::Run(const TParamList& params) {
   // The host's promise, by the prototype. A host that breaks it gets an error instead of a crash.
   const TKXValue* const dataFile = params.GetValue("Datafile");
-  if (dataFile == nullptr) throw std::invalid_argument("ShortTest: the parameter Datafile has no value");
+  if (dataFile == nullptr) throw std::invalid_argument("ShortTest: Der Parameter Datafile hat keinen Wert.");
 
   // The name as it stands: the host has evaluated the argument already.
   const TShortTestData expectation(dataFile->GetText());

@@ -41,13 +41,9 @@ namespace shorttest {
 /// The command class as the host sees it.
 const TKXCommandClass& ShortTestCommandClass();
 
-/// What the host handed over at registration, besides the message window (plugin/check/ResultRecords.h). Written
-/// once, by the entry; null before.
-struct HostValues {
-  TKXParser* appParser = nullptr;
-  TBreInit breInit = nullptr;
-};
-HostValues& KeptHostValues();
+/// The routine that the host handed over at registration: it brings the tester hardware into a usable state.
+/// Written once, by the entry; null before.
+TBreInit& HostBreInit();
 
 }  // namespace shorttest
 

@@ -23,10 +23,7 @@ constexpr std::array<std::int32_t, 2> AuxiliaryLine1 = {CloseRelay + 49, CloseRe
 constexpr double OpeningSettleSeconds = 0.001;
 constexpr std::int32_t ProbeMode = 2;
 
-void WriteBus(std::int32_t address, std::int32_t value) {
-  brenmor_bus_write(address, 0, value);
-  ++shorttest::Usage().relayOperations;
-}
+void WriteBus(std::int32_t address, std::int32_t value) { brenmor_bus_write(address, 0, value); }
 
 constexpr std::int32_t LineAddress(std::int32_t card, std::int32_t line) {
   return FirstLineAddress + 2 * card + line;
@@ -53,7 +50,6 @@ bool HasTermination(const TShortTestData& data) { return data.LastRelaisKarte > 
 
 void SwitchTermination(const TShortTestData& data, std::int32_t state) {
   brenmor_relay_set(data.LastRelaisKarte - 1, data.LastRelais - 1, state);
-  ++shorttest::Usage().relayOperations;
 }
 
 }  // namespace
@@ -107,8 +103,9 @@ void ResetHardware() {
 
 void PrepareCards(const TShortTestData& data, bool resetFirst) {
   if (data.AnzahlKarten() > MaxCards) {
-    throw std::out_of_range("channel " + std::to_string(data.bis) + " lies beyond the " +
-                            std::to_string(MaxCards * ChannelsPerCard) + " channels of the relay cards' bus");
+    throw std::out_of_range("Kanal " + std::to_string(data.bis) +
+                            " (ENDE) ist zu groß. Der Bus der Relaiskarten hat " +
+                            std::to_string(MaxCards * ChannelsPerCard) + " Kanäle.");
   }
   for (std::int32_t card = 0; card < data.AnzahlKarten(); ++card) {
     if (resetFirst) WriteBus(LineAddress(card, 0), LineReset);
@@ -139,7 +136,7 @@ void SwitchTerminationOff(const TShortTestData& data) noexcept {
   if (HasTermination(data)) SwitchTermination(data, 0);
 }
 
-std::optional<std::int32_t> CardBehindRange(const TShortTestData& data) noexcept {
+std::optional<std::int32_t> CardPastRange(const TShortTestData& data) noexcept {
   for (std::int32_t i = 0; i <= data.Highconnections(); ++i) {
     if (data.Get(i, i) != CellState::Suspended) return std::nullopt;
   }
@@ -150,11 +147,6 @@ std::optional<std::int32_t> CardBehindRange(const TShortTestData& data) noexcept
 
 void ReleaseLine(std::int32_t card, std::int32_t line) noexcept {
   WriteBus(LineAddress(card, line), LineReset);
-}
-
-HardwareUsage& Usage() {
-  static HardwareUsage usage;
-  return usage;
 }
 
 }  // namespace shorttest

@@ -11,7 +11,7 @@
 /// the instrument measures between line 0 and line 1. Channel numbers count from 1 and are not validated:
 /// callers pass channels between `von` and `bis`.
 ///
-/// One thread at a time. Unless stated otherwise, a routine raises TShortTestHWException when the driver
+/// One thread at a time. Unless stated otherwise, a routine throws TShortTestHWException when the driver
 /// holds an error after its call, be it of that call or an older one.
 
 /// A driver error; its message (UTF-8) is the driver's own text.
@@ -24,7 +24,7 @@ class TShortTestHWException : public std::runtime_error {
 /// 0 before it first succeeded.
 extern std::int32_t HWChannelCount;
 
-/// Raises TShortTestHWException with the driver's text if the driver holds an error. The error stays pending
+/// Throws TShortTestHWException with the driver's text if the driver holds an error. The error stays pending
 /// until InitHardware or ResetHardware clears it.
 void CheckHWError();
 
@@ -35,20 +35,20 @@ void ConnectChannel(std::int32_t channel, std::int32_t line);
 void ReleaseChannel(std::int32_t channel, std::int32_t line);
 
 /// Clears the driver's error, resets the first card's lines and probes for up to five cards, which sets
-/// HWChannelCount. False, with HWChannelCount unchanged, when no card answers and the driver has no error to
-/// tell; raises when it has one.
+/// HWChannelCount. When no card answers, HWChannelCount stays as it is: throws if the driver has an error,
+/// else returns false.
 bool InitHardware();
 
 /// Clears the driver's error and resets the lines of the first card.
 void ResetHardware();
 
-/// Closes the measurement set-up's auxiliary relays on every card that the range of `data` needs.
-/// `resetFirst` opens everything before; without it channel relays that are closed stay closed. Throws
-/// std::out_of_range, before any call, for a range beyond the 64 cards that the bus can address: it comes
-/// from a damaged file and would take minutes.
+/// Closes the auxiliary relays of the measurement set-up on every card that the range of `data` needs. With
+/// `resetFirst` every relay of these cards is opened before; without it the channels' relays stay as they
+/// are. Throws std::out_of_range, before any call of the driver, when `data.bis` is past the 3,072 channels
+/// that the bus has addresses for.
 void PrepareCards(const TShortTestData& data, bool resetFirst);
 
-/// Opens every relay of every card that the range of `data` needs. Never raises: it serves clean-ups, where a
+/// Opens every relay of every card that the range of `data` needs. Never throws: it serves clean-ups, where a
 /// second error must not replace the first.
 void ReleaseAllLines(const TShortTestData& data) noexcept;
 
@@ -57,24 +57,15 @@ namespace shorttest {
 /// Closes the terminating-resistor relay, if `data` names one.
 void SwitchTerminationOn(const TShortTestData& data);
 
-/// Opens the terminating-resistor relay, if `data` names one. Never raises, like ReleaseAllLines.
+/// Opens the terminating-resistor relay, if `data` names one. Never throws, like ReleaseAllLines.
 void SwitchTerminationOff(const TShortTestData& data) noexcept;
 
-/// The card (from 0) of the channel behind the range, when a voltage pass over `data` switches that channel
-/// and ReleaseAllLines does not reach it: every channel is suspended, and the range ends with its last card.
-/// Whoever runs the pass asks before and opens line 1 of that card afterwards.
-std::optional<std::int32_t> CardBehindRange(const TShortTestData& data) noexcept;
+/// The card (from 0) that a voltage pass over `data` uses and ReleaseAllLines does not reach. There is one
+/// when every channel is suspended, so that the pass switches the channel after `bis`, and `bis` is the last
+/// channel of its card. Whoever runs the pass asks before it and opens line 1 of that card after it.
+std::optional<std::int32_t> CardPastRange(const TShortTestData& data) noexcept;
 
-/// Opens every relay of one line of one card. Never raises: it serves clean-ups.
+/// Opens every relay of one line of one card. Never throws: it serves clean-ups.
 void ReleaseLine(std::int32_t card, std::int32_t line) noexcept;
-
-/// What was asked of the hardware since the library was loaded.
-struct HardwareUsage {
-  std::int64_t readings = 0;         ///< readings of the instrument
-  std::int64_t relayOperations = 0;  ///< relays opened or closed, and line resets
-};
-
-/// The running count; for reports. Differences of two values tell what a procedure took.
-HardwareUsage& Usage();
 
 }  // namespace shorttest

@@ -5,8 +5,8 @@
 #include "plugin/data/ShorttestData.h"
 
 /// The instrument between line 0 and line 1: resistance, voltage, and the wait for a charged device to
-/// discharge. One thread at a time. Driver errors raise TShortTestHWException; a reading that is not a number
-/// is no measurement and raises std::runtime_error.
+/// discharge. One thread at a time. Driver errors throw TShortTestHWException. A reading that is not a number
+/// counts as one that has not settled; a measurement that ends on one throws std::runtime_error.
 
 /// Takes the position within the running procedure, 0.0 to 1.0, and returns true when the procedure is to
 /// stop. The type of UpdateProgress and LearnProgress.
@@ -19,7 +19,7 @@ using ProgressFunction = std::function<bool(double position)>;
 
 }  // namespace shorttest
 
-/// One reading of the voltage between the lines, volts.
+/// One reading of the voltage between the lines, volts, as the instrument gives it.
 double ReadVoltage();
 
 /// Resistance between the lines, Ohm. `reference` (Ohm) is the threshold that the caller compares the result
@@ -32,7 +32,7 @@ double MeasureResistance(double reference);
 /// Voltage between the lines, volts; 0.0 without a reading when `data.U_Control` is below 1. With U_Control 2
 /// a voltage above `limit` (volts, magnitude) is read again until it is at or below the limit, `data.Timeout`
 /// (ms) has passed, or `progress` asks to stop; `progress` is called after every reading with a position from
-/// `posFrom` to `posTo`, at the last call possibly a little beyond. Any other U_Control reads once.
+/// `posFrom` to `posTo`, at the last call possibly a little past it. Any other U_Control reads once.
 /// Returns the last voltage read, which may be above the limit.
 /// Throws std::invalid_argument when waiting is needed and `data.Timeout` is 0.
 double WaitForDischarge(const TShortTestData& data, double limit, double posFrom, double posTo,

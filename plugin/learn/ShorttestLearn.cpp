@@ -53,12 +53,12 @@ bool LearnPair(TShortTestData& data, std::int32_t onLine0, std::int32_t onLine1)
   return true;
 }
 
-// Runs on every way out of LearnConnections. `cardBehindRange` has the one relay that ReleaseAllLines does
-// not reach.
-void CleanUp(const TShortTestData& data, std::optional<std::int32_t> cardBehindRange,
+// Runs on every way out of LearnConnections. `cardPastRange` has the one relay that ReleaseAllLines does not
+// reach.
+void CleanUp(const TShortTestData& data, std::optional<std::int32_t> cardPastRange,
              const shorttest::ProgressFunction& progress) noexcept {
   ReleaseAllLines(data);
-  if (cardBehindRange) shorttest::ReleaseLine(*cardBehindRange, 1);
+  if (cardPastRange) shorttest::ReleaseLine(*cardPastRange, 1);
   shorttest::SwitchTerminationOff(data);
   try {
     progress(1.0);
@@ -86,7 +86,8 @@ void LearnVoltagePass(TShortTestData& data, const shorttest::ProgressFunction& p
   const std::int32_t high = data.Highconnections();
   const double steps = 4.0 * high;
 
-  // With every channel suspended this is the channel behind `bis`; switching it all the same is meant.
+  // With every channel suspended this is the channel after `bis`. It is switched all the same: the traces of
+  // existing testers have it.
   std::int32_t first = 0;
   while (first <= high && IsSuspended(data, first)) ++first;
   ConnectChannel(data.von + first, 1);
@@ -157,10 +158,10 @@ LearnOutcome LearnPairPass(TShortTestData& data, const TConnFound& candidates,
 LearnOutcome LearnConnections(TShortTestData& data, const shorttest::ProgressFunction& progress) {
   struct Guard {
     const TShortTestData& data;
-    std::optional<std::int32_t> cardBehindRange;
+    std::optional<std::int32_t> cardPastRange;
     const shorttest::ProgressFunction& progress;
-    ~Guard() { CleanUp(data, cardBehindRange, progress); }
-  } const guard{data, shorttest::CardBehindRange(data), progress};
+    ~Guard() { CleanUp(data, cardPastRange, progress); }
+  } const guard{data, shorttest::CardPastRange(data), progress};
 
   bool stopped = false;
   const shorttest::ProgressFunction watched = [&progress, &stopped](double position) {

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "plugin/editor/TextEncoding.h"
 #include "text/SystemText.h"
+#include "text/TextEncoding.h"
 #include "text/UserLocale.h"
 
 // The user's decimal separator and the system's 8-bit encoding, as Windows has them.

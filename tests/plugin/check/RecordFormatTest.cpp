@@ -117,14 +117,17 @@ TEST_F(RecordFormat, EveryRecordHasSevenFieldsOfWhichTheLastIsEmpty) {
 
 // --- lists of channels ---
 
-TEST_F(RecordFormat, AListOfOneIsTheChannelAlone) {
-  EXPECT_EQ(FormatChannelList(TShortTestData(1, 30), {19}), "20");
+std::string ListOver(int von, const std::vector<std::int32_t>& indices) {
+  const TShortTestData channels(von, von + 29);
+  return ResultReport(channels, channels).FormatChannelList(indices);
 }
 
+TEST_F(RecordFormat, AListOfOneIsTheChannelAlone) { EXPECT_EQ(ListOver(1, {19}), "20"); }
+
 TEST_F(RecordFormat, ALongerListStandsInParenthesesInItsOrder) {
-  EXPECT_EQ(FormatChannelList(TShortTestData(1, 30), {2, 16}), "(3, 17)");
-  EXPECT_EQ(FormatChannelList(TShortTestData(101, 130), {2, 16, 17}), "(103, 117, 118)");
-  EXPECT_EQ(FormatChannelList(TShortTestData(1, 30), {16, 2}), "(17, 3)");
+  EXPECT_EQ(ListOver(1, {2, 16}), "(3, 17)");
+  EXPECT_EQ(ListOver(101, {2, 16, 17}), "(103, 117, 118)");
+  EXPECT_EQ(ListOver(1, {16, 2}), "(17, 3)");
 }
 
 // --- the smallest resistance of two groups ---
@@ -136,16 +139,18 @@ TEST_F(RecordFormat, TheSmallestResistanceOfAllPairs) {
   measured.SetC(2, 1, CellState::Connected, 2.5);
   measured.SetC(3, 1, CellState::Connected, 9.0);
   measured.SetC(1, 0, CellState::Connected, 0.1);  // within one group: does not count
-  EXPECT_EQ(MinGroupResistance(measured, {0, 1}, {2, 3}), 2.5);
-  EXPECT_EQ(MinGroupResistance(measured, {3, 2}, {1, 0}), 2.5);
-  EXPECT_EQ(MinGroupResistance(measured, {0}, {3}), 7.0);
+  const ResultReport report(data, measured);
+  EXPECT_EQ(report.MinGroupResistance({0, 1}, {2, 3}), 2.5);
+  EXPECT_EQ(report.MinGroupResistance({3, 2}, {1, 0}), 2.5);
+  EXPECT_EQ(report.MinGroupResistance({0}, {3}), 7.0);
 }
 
 TEST_F(RecordFormat, NotMeasuredIsANumberLikeAnyOther) {
   TShortTestData measured(1, 3);
   measured.SetC(1, 0, CellState::Connected, 3.0);
-  EXPECT_EQ(MinGroupResistance(measured, {0}, {1, 2}), -1.0);
-  EXPECT_EQ(MinGroupResistance(measured, {0}, {2, 1}), -1.0);
+  const ResultReport report(data, measured);
+  EXPECT_EQ(report.MinGroupResistance({0}, {1, 2}), -1.0);
+  EXPECT_EQ(report.MinGroupResistance({0}, {2, 1}), -1.0);
 }
 
 // --- the way to the host ---

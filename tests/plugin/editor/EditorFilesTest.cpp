@@ -135,8 +135,7 @@ TEST_F(EditorFiles, OpenStartsInTheProjectFolderWithoutAFilter) {
             std::filesystem::path(ProjectFile("")).lexically_normal());
   // The toolkit may put a description in front.
   EXPECT_THAT(user.wildcard, testing::EndsWith(wxString(wxFileSelectorDefaultWildcardStr).utf8_string()));
-  EXPECT_EQ(user.style & (wxFD_OPEN | wxFD_FILE_MUST_EXIST | wxFD_CHANGE_DIR | wxFD_MULTIPLE),
-            wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  EXPECT_EQ(user.style & (wxFD_OPEN | wxFD_CHANGE_DIR | wxFD_MULTIPLE), wxFD_OPEN);
 }
 
 TEST_F(EditorFiles, OpenCancelledChangesNothing) {
@@ -149,6 +148,53 @@ TEST_F(EditorFiles, OpenCancelledChangesNothing) {
     EXPECT_EQ(TextOf(form.Mm_Soll), "1 2");
   });
   EXPECT_EQ(user.dialogs, 1);
+}
+
+struct TypedName {
+  const char* name;
+  std::vector<std::string> files;  // in the folder, the one to be opened first
+  std::string typed;
+};
+
+void PrintTo(const TypedName& row, std::ostream* out) { *out << row.name; }
+
+std::string NameOfTypedName(const testing::TestParamInfo<TypedName>& row) { return row.param.name; }
+
+class EditorOpenByName : public EditorFiles, public testing::WithParamInterface<TypedName> {};
+
+TEST_P(EditorOpenByName, OpensTheFileAsTypedOrElseWithTheExtension) {
+  const std::vector<std::string>& files = GetParam().files;
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    Wired(1, i == 0 ? 2 : 3, 4).SaveExpectationFile(ProjectFile(files[i]));
+  }
+  FileDialogUser user({ProjectFile(GetParam().typed)});
+  Show([&] {
+    Click(*form.BT_Fileopen);
+    EXPECT_EQ(DataFileText(), "PROJEKTPFAD + \"" + files.front() + "\"");
+    EXPECT_EQ(TextOf(form.Mm_Soll), "1 2");
+  });
+  EXPECT_EQ(user.dialogs, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, EditorOpenByName,
+                         testing::Values(TypedName{"WithoutExtensionAsTyped", {"ohne"}, "ohne"},
+                                         TypedName{"ExtensionAdded", {"good.dat"}, "good"},
+                                         TypedName{"AsTypedBeforeTheOtherOne", {"good", "good.dat"}, "good"},
+                                         TypedName{"WithExtensionAsTyped", {"good.dat", "good"}, "good.dat"},
+                                         TypedName{"OtherExtension", {"kabel.v2"}, "kabel.v2"},
+                                         TypedName{"ExtensionAddedToAnother", {"kabel.v2.dat"}, "kabel.v2"}),
+                         NameOfTypedName);
+
+TEST_F(EditorFiles, NameOfNoFileIsRefusedAndAskedForAgain) {
+  Wired(1, 2, 4).SaveExpectationFile(ProjectFile("gut.dat"));
+  FileDialogUser user({ProjectFile("fehlt"), ProjectFile("gut")});
+  Show([&] {
+    Click(*form.BT_Fileopen);
+    EXPECT_EQ(DataFileText(), "PROJEKTPFAD + \"gut.dat\"");
+  });
+  ASSERT_THAT(messages.others, SizeIs(1));
+  EXPECT_EQ(messages.others[0].text, ProjectFile("fehlt") + "\nDie Datei wurde nicht gefunden.");
+  EXPECT_EQ(user.dialogs, 2);
 }
 
 TEST_F(EditorFiles, OpenRefusesAReadOnlyFile) {
@@ -259,6 +305,21 @@ TEST_F(EditorFiles, SaveAsksBeforeItReplacesAFile) {
   });
   EXPECT_EQ(TShortTestData(file).bis, 4);
   EXPECT_EQ(user.dialogs, 1);
+}
+
+TEST_F(EditorFiles, SaveReplacesAFileWithoutAnExtensionThatItAskedAbout) {
+  const std::string file = ProjectFile("ohne");
+  Wired(1, 2, 4).SaveExpectationFile(file);
+  UseDataFile(file);
+  FileDialogUser user({file});
+  user.SaysYes();
+  Show([&] {
+    Replace(*form.Ed_MaxChannel, "9");
+    Click(*form.BT_Filesave);
+    EXPECT_EQ(DataFileText(), "PROJEKTPFAD + \"ohne\"");
+  });
+  EXPECT_EQ(TShortTestData(file).bis, 9);
+  EXPECT_FALSE(std::filesystem::exists(ProjectFile("ohne.dat")));
 }
 
 TEST_F(EditorFiles, FileOutsideTheProjectIsALiteral) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <wx/button.h>
 #include <wx/dcmemory.h>
+#include <wx/eventfilter.h>
 #include <wx/gauge.h>
 #include <wx/notebook.h>
 #include <wx/panel.h>
@@ -165,6 +166,68 @@ TEST_F(EditorLearning, EscapeHalfWayStopsToo) {
   AtPercent(30, [] { Press(WXK_ESCAPE); });
   EXPECT_EQ(Show([this] { Click(*form.BT_Learn); }), mrCancel);
   EXPECT_TRUE(driver.AllRelaysOpen());
+}
+
+// Sees whether a key gets as far as a window, past what the dialog itself does with it.
+class KeyWatcher : public wxEventFilter {
+ public:
+  explicit KeyWatcher(const wxWindow& window) : window_(window) { wxEvtHandler::AddFilter(this); }
+  ~KeyWatcher() override { wxEvtHandler::RemoveFilter(this); }
+  KeyWatcher(const KeyWatcher&) = delete;
+  KeyWatcher& operator=(const KeyWatcher&) = delete;
+
+  int FilterEvent(wxEvent& event) override {
+    if (event.GetEventType() == wxEVT_CHAR_HOOK) {
+      lastKey_ = static_cast<const wxKeyEvent&>(event).GetKeyCode();
+    }
+    arrived_ = arrived_ || (event.GetEventType() == wxEVT_KEY_DOWN && event.GetEventObject() == &window_);
+    return Event_Skip;
+  }
+
+  int LastKey() const { return lastKey_; }
+  bool HasArrived() const { return arrived_; }
+
+ private:
+  const wxWindow& window_;
+  int lastKey_ = 0;
+  bool arrived_ = false;
+};
+
+TEST_F(EditorLearning, EnterAndBlanksNeverCancel) {
+  UseSmallDevice();
+  AtPercent(30, [this] {
+    form.ButtonCancel->SetFocus();
+    Settle();
+    const KeyWatcher keys(*form.ButtonCancel);
+    for (const int key : {WXK_RETURN, WXK_SPACE, WXK_NUMPAD_ENTER}) {
+      Press(key);
+      EXPECT_TRUE(widget_test::WaitFor([&] { return keys.LastKey() == key; })) << key;
+    }
+    EXPECT_FALSE(keys.HasArrived());
+    Press(WXK_LEFT);  // other keys do arrive
+    EXPECT_TRUE(widget_test::WaitFor([&] { return keys.HasArrived(); }));
+  });
+  Show([this] {
+    form.BT_Learn->SetFocus();
+    Settle();
+    Press(WXK_RETURN);
+    EXPECT_TRUE(widget_test::WaitFor([this] { return TextOf(form.Mm_Soll) == "1 5\n2 3 7"; }));
+    EXPECT_TRUE(Happened());
+    EXPECT_TRUE(widget_test::WaitFor([this] { return form.BT_OK->IsEnabled(); }));
+    EXPECT_EQ(form.ModalResult(), mrNone);
+  });
+}
+
+TEST_F(EditorLearning, EnterAndBlanksWorkAgainAfterwards) {
+  UseSmallDevice();
+  EXPECT_EQ(Show([this] {
+              Click(*form.BT_Learn);
+              form.ButtonCancel->SetFocus();
+              Settle();
+              Press(WXK_SPACE);
+              WaitForClose();
+            }),
+            mrCancel);
 }
 
 TEST_F(EditorLearning, CloseBoxHalfWayStopsToo) {

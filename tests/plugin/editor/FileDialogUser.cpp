@@ -84,35 +84,44 @@ void Cancel(ShownDialog& dialog) {
   if (!dialog.HasClosed()) dialog.Close();
 }
 
-// Presses Escape once something else than the entry with the name has the keyboard. The dialog's own question
+// Presses a key once something else than the entry with the name has the keyboard. The dialog's own question
 // keeps whoever pressed Enter waiting until it is answered; only a timer comes through.
-class NoToTheQuestion : public wxTimer {
+class AnswerToTheQuestion : public wxTimer {
  public:
-  explicit NoToTheQuestion(const std::string& name) : name_(name) { Start(IntervalMs); }
+  AnswerToTheQuestion(const std::string& name, int key) : name_(name), key_(key) { Start(IntervalMs); }
 
-  bool Said() const { return said_; }
+  bool Given() const { return given_; }
 
  private:
   static constexpr int IntervalMs = 300;
 
   void Notify() override {
-    if (said_ || TextOfFocusedEntry() == name_) return;
-    said_ = true;
-    wxUIActionSimulator().Char(WXK_ESCAPE);
+    if (given_ || TextOfFocusedEntry() == name_) return;
+    given_ = true;
+    wxUIActionSimulator().Char(key_);
   }
 
   std::string name_;
-  bool said_ = false;
+  int key_;
+  bool given_ = false;
 };
+
+bool Answer(const std::string& name, int key) {
+  const AnswerToTheQuestion answer(name, key);
+  for (int tries = 0; tries < Tries && !answer.Given(); ++tries) {
+    Press(WXK_RETURN);
+    WaitFor([&answer] { return answer.Given(); }, PatienceMs);
+  }
+  return answer.Given();
+}
 
 // The file dialog stays after the answer.
 bool SayNo(const ShownDialog& dialog, const std::string& name) {
-  const NoToTheQuestion answer(name);
-  for (int tries = 0; tries < Tries && !answer.Said(); ++tries) {
-    Press(WXK_RETURN);
-    WaitFor([&answer] { return answer.Said(); }, PatienceMs);
-  }
-  return answer.Said() && !dialog.HasClosed();
+  return Answer(name, WXK_ESCAPE) && !dialog.HasClosed();
+}
+
+bool SayYes(const ShownDialog& dialog, const std::string& name) {
+  return Answer(name, WXK_RETURN) && WaitFor([&dialog] { return dialog.HasClosed(); });
 }
 
 }  // namespace
@@ -139,7 +148,9 @@ int FileDialogUser::Enter(wxDialog* dialog) {
 void FileDialogUser::Use(wxFileDialog& files, const std::string& name) const {
   ShownDialog dialog(files);
   if (!name.empty()) {
-    if (TypeName(name) && (saysNo_ ? SayNo(dialog, name) : Confirm(dialog))) {
+    if (TypeName(name) && (saysNo_    ? SayNo(dialog, name)
+                           : saysYes_ ? SayYes(dialog, name)
+                                      : Confirm(dialog))) {
       if (saysNo_) Cancel(dialog);
       return;
     }

@@ -17,6 +17,8 @@ class FileDialogUser : public wxModalDialogHook {
 
   /// Answers the question that follows the next name, and that the dialog itself asks, with Escape.
   void SaysNo() { saysNo_ = true; }
+  /// The same with Enter.
+  void SaysYes() { saysYes_ = true; }
 
   /// The name for the next dialog after those given before.
   void Next(const std::string& name) { names_.push_back(name); }
@@ -40,6 +42,7 @@ class FileDialogUser : public wxModalDialogHook {
   std::vector<std::string> names_;
   [[maybe_unused]] bool entered_ = false;
   [[maybe_unused]] bool saysNo_ = false;
+  [[maybe_unused]] bool saysYes_ = false;
 };
 
 }  // namespace shorttest::testkit

@@ -142,19 +142,5 @@ INSTANTIATE_TEST_SUITE_P(Numbers, NoTermination,
                                   text(std::get<1>(row.param));
                          });
 
-// --- usage ---
-
-TEST_F(BusTest, CountsRelayOperations) {
-  const std::int64_t before = Usage().relayOperations;
-  ConnectChannel(1, 0);
-  ReleaseChannel(1, 0);
-  PrepareCards(TShortTestData(1, 4), true);
-  ReleaseAllLines(TShortTestData(1, 4));
-  SwitchTerminationOn(DataWithTermination(1, 1));
-  SwitchTerminationOff(DataWithTermination(1, 1));
-  EXPECT_EQ(Usage().relayOperations - before, log.Count("bus") + log.Count("relay"));
-  EXPECT_EQ(Usage().relayOperations - before, 12);
-}
-
 }  // namespace
 }  // namespace shorttest::testkit

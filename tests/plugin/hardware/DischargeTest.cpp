@@ -1,4 +1,3 @@
-#include <cmath>
 #include <limits>
 #include <stdexcept>
 #include <vector>
@@ -9,39 +8,29 @@
 namespace shorttest::testkit {
 namespace {
 
-// The progress function is a plain one, so what it is told lies here.
-CallLog* progressLog = nullptr;
-int progressStopsAt = 0;  // the call that answers true, from 1; 0: none
-int progressCalls = 0;
-
-bool Progressed(double position) {
-  progressLog->Add("progress " + ExactText(position));
-  return ++progressCalls == progressStopsAt;
-}
+constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
 
 class Discharge : public Bench {
  protected:
   void SetUp() override {
-    progressLog = &log;
-    progressStopsAt = 0;
-    progressCalls = 0;
     data.U_Control = 2;
     data.Timeout = 5000;
     clock.ticksStep = 1000;
   }
-  void TearDown() override {
-    progressLog = nullptr;
-    Bench::TearDown();
-  }
 
   double Wait(double limit = 0.5, double posFrom = 0.25, double posTo = 0.5) {
-    return WaitForDischarge(data, limit, posFrom, posTo, Progressed);
+    return WaitForDischarge(data, limit, posFrom, posTo, [this](double position) {
+      log.Add("progress " + ExactText(position));
+      return ++progressCalls == progressStopsAt;
+    });
   }
 
   // Position after `elapsed` ms of the default time limit, from 0.25 to 0.5.
   static std::string At(double elapsed) { return Progress(0.25 + elapsed / 5000.0 * (0.5 - 0.25)); }
 
   TShortTestData data{1, 4};
+  int progressStopsAt = 0;  // the call that answers true, from 1; 0: none
+  int progressCalls = 0;
 };
 
 // --- one reading or none ---
@@ -110,11 +99,11 @@ TEST_F(Discharge, ANegativeVoltageIsWaitedForAsWell) {
   EXPECT_EQ(log.Text(), Voltage() + Voltage() + At(1000) + Voltage());
 }
 
-TEST_F(Discharge, ADischargeThatNeverEndsIsGivenUpJustBeyondTheTimeLimit) {
+TEST_F(Discharge, ADischargeThatNeverEndsIsGivenUpJustPastTheTimeLimit) {
   driver.AllReadings([](int) { return 2.0; });
   EXPECT_EQ(Wait(), 2.0);
   std::string expected = Voltage();
-  // At the time limit itself it goes on; beyond it the position is told before it gives up.
+  // At the time limit itself it goes on; past it the position is told before it gives up.
   for (const double elapsed : {1000.0, 2000.0, 3000.0, 4000.0, 5000.0, 6000.0}) {
     expected += Voltage() + At(elapsed);
   }
@@ -194,21 +183,31 @@ TEST_F(Discharge, NeverWaitsOnTheCounter) {
 
 // --- errors ---
 
-TEST_F(Discharge, AFailedFirstReadingRaises) {
+TEST_F(Discharge, AFailedFirstReadingThrows) {
   driver.FailAt(1, "instrument");
   EXPECT_EQ(HardwareErrorOf([this] { Wait(); }), "instrument");
 }
 
-TEST_F(Discharge, AFailedReadingWhileWaitingRaises) {
+TEST_F(Discharge, AFailedReadingWhileWaitingThrows) {
   driver.AllReadings([](int) { return 2.0; });
   driver.FailAt(3, "instrument");
   EXPECT_EQ(HardwareErrorOf([this] { Wait(); }), "instrument");
   EXPECT_EQ(log.Count("progress"), 1);
 }
 
-TEST_F(Discharge, AReadingThatIsNotANumberEndsTheWaitWithAnError) {
-  driver.NextReadings({4.0, std::numeric_limits<double>::quiet_NaN()});
-  EXPECT_THROW(Wait(), std::runtime_error);
+TEST_F(Discharge, AReadingThatIsNotANumberIsWaitedPast) {
+  driver.NextReadings({NotANumber, 2.0, NotANumber, 0.25});
+  EXPECT_EQ(Wait(), 0.25);
+  EXPECT_EQ(log.Text(), Voltage() + Voltage() + At(1000) + Voltage() + At(2000) + Voltage());
+}
+
+TEST_F(Discharge, AWaitThatEndsOnAReadingThatIsNotANumberIsNoMeasurement) {
+  driver.AllReadings([](int) { return NotANumber; });
+  EXPECT_THROW(Wait(), std::runtime_error) << "at the time limit";
+  progressStopsAt = progressCalls + 1;
+  EXPECT_THROW(Wait(), std::runtime_error) << "at the stop";
+  data.U_Control = 1;
+  EXPECT_THROW(Wait(), std::runtime_error) << "at the only reading";
 }
 
 TEST_F(Discharge, AnInfiniteVoltageIsWaitedForUntilTheTimeLimit) {

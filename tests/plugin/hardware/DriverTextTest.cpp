@@ -60,7 +60,7 @@ TEST_F(DriverTextTest, AnEmptyTextIsAnEmptyMessageAndFreed) {
 TEST_F(DriverTextTest, ADriverWithoutATextStillRaises) {
   driver.PendingError("never seen");
   driver.NullText();
-  EXPECT_THAT(HardwareErrorOf([] { CheckHWError(); }), HasSubstr("without a text"));
+  EXPECT_THAT(HardwareErrorOf([] { CheckHWError(); }), HasSubstr("ohne Text"));
   EXPECT_EQ(log.Text(), "error?\ntext\n");  // there is nothing to give back
 }
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "plugin/editor/TextEncoding.h"
+#include "text/TextEncoding.h"
 
 namespace shorttest {
 namespace {

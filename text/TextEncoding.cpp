@@ -1,4 +1,4 @@
-#include "plugin/editor/TextEncoding.h"
+#include "text/TextEncoding.h"
 
 #include <cstddef>
 #include <cstdint>
