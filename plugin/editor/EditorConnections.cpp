@@ -63,6 +63,7 @@ void TShortTestForm::Ed_Exit() { document_.TakeTexts(TypedTexts()); }
 void TShortTestForm::LeaveText() {
   try {
     Ed_Exit();
+    reportedTexts_.reset();
   } catch (shorttest::WrongItem& error) {
     const shorttest::ConnectionTexts typed = TypedTexts();
     if (reportedTexts_ == typed) error.place.reset();

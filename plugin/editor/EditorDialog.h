@@ -40,11 +40,11 @@ class EditorDialog : public wxDialog {
   /// The control that had the keyboard is left.
   void LeaveControl();
 
-  /// While `ignored`, Enter and the space bar press no button; Escape and the mouse do.
-  void IgnorePressingKeys(bool ignored) { ignoresPressingKeys_ = ignored; }
-
   /// Acts as if the keyboard left the control that has it, and came back.
   void TakeOverControl();
+
+  /// While `ignored`, Enter and the space bar press no button; Escape and the mouse do.
+  void IgnorePressingKeys(bool ignored) { ignoresPressingKeys_ = ignored; }
 
   /// `handler` runs when the user presses F1.
   void OnHelpKey(std::function<void()> handler) { helpHandler_ = std::move(handler); }

@@ -38,25 +38,23 @@ void TShortTestForm::BT_LearnClick() {
     return;
   }
 
-  struct Show {
-    TShortTestForm& form;
-    shorttest::ConnectionTexts before;
-    bool learned = false;
-
-    ~Show() {
-      form.ShowGrid();
-      if (learned) {
-        form.ShowConnections();
-      } else {
-        form.ShowTexts(before);
-      }
-    }
-  } shown{*this, TypedTexts()};
-  const LearningMode learning(*this);
-  const shorttest::DisplayEndWatch displayEnd;
-  const shorttest::LearnOutcome outcome =
-      document_.Learn([](TShortTestData& data) { return LearnConnections(data, LearnProgress); });
-  shown.learned = outcome == shorttest::LearnOutcome::Learned;
+  const shorttest::ConnectionTexts before = TypedTexts();
+  auto outcome = shorttest::LearnOutcome::Stopped;
+  try {
+    const LearningMode learning(*this);
+    const shorttest::DisplayEndWatch displayEnd;
+    outcome = document_.Learn([](TShortTestData& data) { return LearnConnections(data, LearnProgress); });
+  } catch (...) {
+    ShowGrid();
+    ShowTexts(before);
+    throw;
+  }
+  ShowGrid();
+  if (outcome == shorttest::LearnOutcome::Learned) {
+    ShowConnections();
+  } else {
+    ShowTexts(before);
+  }
 }
 
 // What could change the data is disabled: the user's keys and clicks are handled while the learning runs.

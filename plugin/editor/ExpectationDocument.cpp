@@ -31,6 +31,7 @@ void TakeChannels(TShortTestData from, TShortTestData& to) {
 }  // namespace
 
 void ExpectationDocument::Forget() {
+  known_ = {};
   beforeRange_.reset();
   rejected_ = false;
   rangeChanged_ = false;
@@ -66,7 +67,8 @@ ShownParameters ExpectationDocument::ShowParameters() {
 ConnectionTexts ExpectationDocument::ShowTexts() {
   rejected_ = false;
   rangeChanged_ = false;
-  return TextsFromMatrix(*data_);
+  known_ = TextsFromMatrix(*data_);
+  return known_;
 }
 
 std::string ExpectationDocument::Warning(int voltageControl) const {
@@ -147,17 +149,17 @@ void ExpectationDocument::ChangeRange(std::int32_t von, std::int32_t bis) {
   rangeChanged_ = true;
 }
 
-// A range that is none gives nothing up: the number that mends it brings the channels back.
 void ExpectationDocument::LeaveRange(const std::string& text) {
   if (!data_) return;
-  if (HasRange()) beforeRange_.reset();
   IntegerFromText(text);
   RequireRange();
+  beforeRange_.reset();
 }
 
 void ExpectationDocument::TakeTexts(const ConnectionTexts& typed) {
   if (!data_) return;
   if (HasRange()) beforeRange_.reset();
+  known_ = typed;
   rejected_ = true;
   MatrixFromTexts(typed, *data_);
   rejected_ = false;
@@ -168,6 +170,7 @@ LearnOutcome ExpectationDocument::Learn(const std::function<LearnOutcome(TShortT
   struct Undo {
     ExpectationDocument& document;
     TShortTestData data;
+    ConnectionTexts known;
     bool rejected;
     bool rangeChanged;
     bool learned = false;
@@ -175,10 +178,11 @@ LearnOutcome ExpectationDocument::Learn(const std::function<LearnOutcome(TShortT
     ~Undo() {
       if (learned) return;
       TakeChannels(std::move(data), *document.data_);
+      document.known_ = std::move(known);
       document.rejected_ = rejected;
       document.rangeChanged_ = rangeChanged;
     }
-  } undo{*this, *data_, rejected_, rangeChanged_};
+  } undo{*this, *data_, known_, rejected_, rangeChanged_};
 
   const LearnOutcome outcome = learn(*data_);
   undo.learned = outcome == LearnOutcome::Learned;
@@ -199,7 +203,7 @@ void ExpectationDocument::RequireRange() const {
 void ExpectationDocument::RequireComplete(const ConnectionTexts& typed) {
   RequireData();
   RequireRange();
-  if (rejected_) TakeTexts(typed);
+  if (rejected_ || typed != known_) TakeTexts(typed);
   if (!rangeChanged_) return;
   TShortTestData read = *data_;
   MatrixFromTexts(typed, read);

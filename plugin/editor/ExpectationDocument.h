@@ -91,7 +91,7 @@ class ExpectationDocument {
   void ChangeRange(std::int32_t von, std::int32_t bis);
 
   /// A field of the range is left with `text`. Throws std::invalid_argument when the first channel lies above
-  /// the last.
+  /// the last. An error gives nothing up: the number that mends it brings the channels back.
   void LeaveRange(const std::string& text);
 
   // --- connections ---
@@ -111,8 +111,8 @@ class ExpectationDocument {
 
   /// Throws when the data is not what the dialog shows, so that it must not be written: no data
   /// (std::runtime_error), a first channel above the last (std::invalid_argument), texts that were rejected,
-  /// or that name channels outside a range changed since (WrongItem). Connections that a change of the range
-  /// gave up, and the texts still name, are taken from the texts.
+  /// or that name channels outside a range changed since (WrongItem). Texts that were not taken yet are
+  /// taken; so are connections that a change of the range gave up, and the texts still name.
   void RequireComplete(const ConnectionTexts& typed);
 
  private:
@@ -121,6 +121,7 @@ class ExpectationDocument {
   void Forget();
 
   std::unique_ptr<TShortTestData> data_;
+  ConnectionTexts known_;                      // as shown or taken last
   std::optional<TShortTestData> beforeRange_;  // as it was when the first key changed the range
   bool upperFollowsLower_ = false;             // the upper threshold was left, or shown, empty
   bool rejected_ = false;                      // the texts held a wrong item when they were read

@@ -33,6 +33,9 @@ class NumberPosition {
     value_ = limits_.Clip(std::int64_t{value_} + std::int64_t{direction} * limits_.step);
   }
 
+  /// Takes the value as it is, even outside the limits.
+  void Keep(std::int32_t value) { value_ = value; }
+
   void Follow(const std::string& typed);
 
   /// Change the limits of later movements. The value stays, even outside the new limits.

@@ -41,7 +41,7 @@ void UpDownEdit::SetText(const std::string& text) {
 }
 
 void UpDownEdit::Show(std::int32_t position, const std::string& text) {
-  position_.Set(position);
+  position_.Keep(position);
   position_.Follow(text);
   const wxString value = wxString::FromUTF8(text);
   if (edit_.GetValue() != value) edit_.ChangeValue(value);

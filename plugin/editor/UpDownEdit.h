@@ -28,8 +28,8 @@ class UpDownEdit {
   /// Moves the position, clipped to the limits, and writes it into the edit.
   void SetPosition(std::int32_t position);
 
-  /// Shows a position, clipped to the limits, with a text of its own, which the position follows if it can.
-  /// Nobody is told of the change.
+  /// Shows a position, also one outside the limits, with a text of its own, which the position follows if it
+  /// can. Nobody is told of the change.
   void Show(std::int32_t position, const std::string& text);
 
   /// Shows the text that stands for what the edit was left with.

@@ -95,6 +95,27 @@ TEST_F(DocumentLearning, TextsRejectedBeforeAreStillRejectedAfterAStop) {
   EXPECT_THROW(document.RequireComplete(typed), ChannelRangeError);
 }
 
+TEST_F(DocumentLearning, PairsUnknownBeforeAreStillUnknownWhenSavedAfterAStop) {
+  TShortTestData data = Learned(1, 8, {{1, 2}});
+  data.SetC(7, 6, CellState::Unknown, NoResistance);
+  Open(data);
+  Learn([this](double position) {
+    document.ShowTexts();
+    return position > 0.3;
+  });
+  EXPECT_EQ(Saved().Get(7, 6), CellState::Unknown);
+}
+
+TEST_F(DocumentLearning, TextsOutsideTheRangeAreStillInsistedOnAfterAStop) {
+  document.ChangeRange(1, 6);
+  document.LeaveRange("6");
+  Learn([this](double) {
+    document.ShowTexts();
+    return true;
+  });
+  EXPECT_THROW(document.RequireComplete(typed), ChannelRangeError);
+}
+
 TEST_F(DocumentLearning, WholeLearningMakesUpForTextsThatWereRejected) {
   typed.expected = {"1 99"};
   EXPECT_THROW(document.TakeTexts(typed), ChannelRangeError);

@@ -132,6 +132,9 @@ TEST_F(DocumentParameters, WrongUpperThresholdLeavesTheOneThatCounts) {
   document.LeaveUpperThreshold("");
   EXPECT_THROW(document.LeaveUpperThreshold("x"), ConversionError);
   EXPECT_EQ(document.UpperThresholdText(), "");
+  document.TypeUpperThreshold("5");
+  EXPECT_THROW(document.LeaveUpperThreshold("5x"), ConversionError);
+  EXPECT_EQ(document.UpperThresholdText(), "5");
 }
 
 TEST_F(DocumentParameters, RelaysAreTakenAtEveryKeyAndMinusOneOnceLeftEmpty) {

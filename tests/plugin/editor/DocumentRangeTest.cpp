@@ -93,6 +93,15 @@ TEST_F(DocumentRange, TextThatIsNoNumberIsAnErrorWhenLeft) {
   EXPECT_NO_THROW(document.LeaveRange("250"));  // the field shows then what counts
 }
 
+TEST_F(DocumentRange, TextThatIsNoNumberGivesNothingUp) {
+  Open(Learned(1, 22, {{3, 22}}));
+  TypeLast(1, {2});
+  EXPECT_THROW(document.LeaveRange("2x"), ConversionError);
+  TypeLast(1, {2, 22});
+  document.LeaveRange("22");
+  EXPECT_EQ(Pair(3, 22), CellState::Connected);
+}
+
 // The texts go on showing the net that the range no longer has.
 TEST_F(DocumentRange, SavingInsistsOnChannelsThatTheTextsNameAndTheRangeHasNot) {
   Open(Learned(1, 22, {{1, 2}, {3, 22}}));

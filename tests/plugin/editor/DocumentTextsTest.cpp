@@ -51,10 +51,20 @@ TEST_F(DocumentTexts, WrongItemLeavesTheMatrixHalfBuiltAndIsInsistedOn) {
   EXPECT_EQ(Saved().Get(0, 2), CellState::NotConnected);
 }
 
-TEST_F(DocumentTexts, TextsThatWereTakenAreWrittenAsTheMatrixStands) {
+// A text can change without the keyboard: dropped into it with the mouse.
+TEST_F(DocumentTexts, TextThatWasNotTakenYetIsTakenBeforeItIsWritten) {
   Take();
-  typed.expected = {"1 2"};  // the keyboard is still in the text
-  EXPECT_EQ(Saved().Get(0, 1), CellState::NotConnected);
+  typed.expected = {"1 2"};
+  EXPECT_EQ(Saved().Get(0, 1), CellState::Connected);
+  typed.skipped = {"x"};
+  EXPECT_THROW(document.RequireComplete(typed), ConversionError);
+}
+
+TEST_F(DocumentTexts, TextsThatAreKnownLeaveTheMatrixAsItStands) {
+  TShortTestData data = Learned(1, 4, {{1, 2}});
+  data.SetC(2, 3, CellState::Unknown, NoResistance);
+  Open(data);
+  EXPECT_EQ(Saved().Get(2, 3), CellState::Unknown);
 }
 
 struct PlaceRow {

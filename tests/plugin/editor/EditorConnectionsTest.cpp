@@ -62,20 +62,6 @@ class EditorConnections : public EditorTest {
   }
 };
 
-TEST_F(EditorConnections, BlockedPointsBeginWithABlankAndAreReadBack) {
-  TShortTestData data = AllOpen(8);
-  data.SuspendChannel(2, 1.0);
-  data.SuspendChannel(6, 1.0);
-  UseExpectation(data);
-  Show([this] {
-    EXPECT_EQ(TextOf(form.Ed_Skip), " 3 7");
-    Enter(*form.Ed_Skip);
-    LeaveTheTexts();
-    EXPECT_EQ(Channel(3), CellState::Suspended);
-    EXPECT_EQ(Channel(7), CellState::Suspended);
-  });
-}
-
 TEST_F(EditorConnections, NamesFollowEveryKey) {
   WriteFile("Projekt.ini", "[Scanner]\r\nRelais1=eins\r\nRelais12=zwölf\r\n");
   Show([this] {
@@ -262,16 +248,6 @@ TEST_F(EditorConnections, UnchangedTextsKeepTheirCaret) {
     form.Mm_Soll->SetInsertionPoint(5);
     form.ShowConnections();
     EXPECT_EQ(form.Mm_Soll->GetInsertionPoint(), 5);
-  });
-}
-
-TEST_F(EditorConnections, ShowConnectionsReplacesOtherTexts) {
-  UseChannels(8);
-  Show([this] {
-    form.Mm_Soll->SetValue("7 8");
-    form.ShowConnections();
-    EXPECT_EQ(TextOf(form.Mm_Soll), "");
-    EXPECT_EQ(TextOf(form.Mm_SollNames), "");
   });
 }
 

@@ -98,6 +98,17 @@ TEST_F(EditorDocument, RangeFieldsThatAreLeftShowTheChannelsThatCount) {
   EXPECT_EQ(form.ModalResult(), mrOk);
 }
 
+TEST_F(EditorDocument, ChannelBeyondTheLimitsStaysWhileTheOtherIsTyped) {
+  UseHarness(250, {{1, 250}});
+  Show([this] {
+    EXPECT_EQ(TextOf(form.Ed_MaxChannel), "250");
+    Replace(*form.Ed_MinChannel, "2");
+    Enter(*form.Ed_Timeout);
+    EXPECT_EQ(Data().bis, 250);
+    EXPECT_EQ(TextOf(form.Ed_MaxChannel), "250");
+  });
+}
+
 TEST_F(EditorDocument, ChannelThatIsNotPossibleIsNotSavedUnseen) {
   const std::string file = UseHarness(22, {{1, 2}});
   Show([this] {
@@ -175,6 +186,22 @@ TEST_F(EditorDocument, WrongItemIsSelectedInItsTextAndTheRestCanBeReached) {
     Type("4");
     Enter(*form.Ed_Timeout);
     EXPECT_EQ(Pair(3, 5), CellState::Connected);
+  });
+}
+
+TEST_F(EditorDocument, WrongItemIsSelectedOnceTheBoxIsClosed) {
+  UseHarness(8, {});
+  messages.errorsInBoxes = true;
+  Show([this] {
+    Enter(*form.Mm_Soll);
+    Type("1 2\n3 49 5");
+    Click(*form.BT_OK);
+    EXPECT_TRUE(widget_test::WaitFor([this] { return form.Mm_Soll->HasFocus(); }));
+    EXPECT_EQ(Selected(form.Mm_Soll), "49");
+    Type("4");
+    EXPECT_EQ(TextOf(form.Mm_Soll), "1 2\n3 4 5");
+    EXPECT_THAT(TakeErrors(), ElementsAre("49 is too large."));
+    EXPECT_EQ(form.ModalResult(), mrNone);
   });
 }
 
@@ -300,7 +327,7 @@ TEST_F(EditorDocument, FileThatCannotBeReadLeavesNoExpectation) {
 
     wxBitmap bitmap(8, 8);
     wxMemoryDC dc(bitmap);
-    form.ConnectionGridDrawCell(dc, 0, 1, wxRect(0, 0, 8, 8), false);
+    form.ConnectionGridDrawCell(dc, CellState::Connected, wxRect(0, 0, 8, 8), false);
     dc.SelectObject(wxNullBitmap);
     EXPECT_EQ(bitmap.ConvertToImage().GetBlue(4, 4), 255);
 

@@ -50,11 +50,6 @@ TEST_F(EditorFiles, NameIsTheTextWithoutAParser) {
   EXPECT_EQ(form.GetDataFileName(), "\"a\"");
 }
 
-TEST_F(EditorFiles, DataFileIsLoadedWhenShown) {
-  UseExpectation(Wired(1, 3, 4));
-  Show([this] { EXPECT_EQ(TextOf(form.Mm_Soll), "1 3"); });
-}
-
 TEST_F(EditorFiles, OkWithAFileNameWritesTheFile) {
   const std::string file = UseExpectation(TShortTestData(1, 4));
   const int result = Show([this] {

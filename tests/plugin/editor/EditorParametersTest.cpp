@@ -173,17 +173,6 @@ TEST_F(EditorParameters, DischargeWarningShowsForGeneration1WithoutResistor) {
   Show([this] { EXPECT_EQ(Warning(), DischargeWarning); });
 }
 
-TEST_F(EditorParameters, ChoosingOhneShowsTheVoltageWarning) {
-  Show([this] {
-    form.CB_U->SetSelection(0);
-    form.CB_UChange();
-    EXPECT_EQ(Warning(), VoltageWarning);
-    form.CB_U->SetSelection(1);
-    form.CB_UChange();
-    EXPECT_EQ(Warning(), "");
-  });
-}
-
 TEST_F(EditorParameters, WarningIsRedAndFitsItsRoom) {
   driver.Generation(1);
   Show([this] {

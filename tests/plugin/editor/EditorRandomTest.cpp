@@ -62,7 +62,7 @@ class EditorRandom : public EditorTest {
     wxBitmap bitmap(4, 4);
     wxMemoryDC dc(bitmap);
     for (int i = 0; i < form.ConnectionGrid->Count(); ++i) {
-      form.ConnectionGridDrawCell(dc, i, 0, wxRect(0, 0, 4, 4), i == 0);
+      form.ConnectionGridDrawCell(dc, static_cast<CellState>(i % 10), wxRect(0, 0, 4, 4), i == 0);
     }
   }
 

@@ -44,6 +44,15 @@ TEST(NumberPosition, StepsEndAtTheLimits) {
   EXPECT_EQ(position.Value(), 0);
 }
 
+TEST(NumberPosition, KeptOutsideTheLimitsItMovesBackInto) {
+  NumberPosition position(Tens, 50);
+  position.Keep(1000);
+  position.Follow("2,5");
+  EXPECT_EQ(position.Value(), 1000);
+  position.Step(1);
+  EXPECT_EQ(position.Value(), 100);
+}
+
 TEST(NumberPosition, NewLimitsHoldForTheNextMove) {
   NumberPosition position(Tens, 50);
   position.SetMaximum(40);

@@ -80,7 +80,7 @@ TEST_F(UpDown, SettingTheSamePositionWritesAnEditThatDiffers) {
 
 TEST_F(UpDown, ShowingTellsNobody) {
   pair->Show(1000, "2,5");
-  EXPECT_EQ(pair->Position(), 100);
+  EXPECT_EQ(pair->Position(), 1000);
   EXPECT_EQ(pair->Text(), "2,5");
   pair->ShowText("30");
   EXPECT_EQ(pair->Position(), 30);
