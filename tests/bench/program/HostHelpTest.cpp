@@ -27,7 +27,7 @@ class HelpOfTheHost : public testing::Test {
 
   CallLog log;
   FakeUserInterface ui{log};
-  HostSetup host{Options{}};
+  HostSetup host{CommonOptions{}, ""};
 };
 
 TEST_F(HelpOfTheHost, TellsAboutTheTextsOfTheEditor) {
