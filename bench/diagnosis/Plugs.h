@@ -1,0 +1,38 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "bench/diagnosis/Fault.h"
+#include "bench/wiring/Contacts.h"
+
+namespace kxbench::diagnosis {
+
+/// A contact of a plug: its channel, its pin's name, and the pin as a number where it is one.
+struct PlugPin {
+  Channel channel;
+  std::string name;
+  std::optional<std::int32_t> number;
+};
+
+/// A plug as the names tell of it.
+struct Plug {
+  std::string name;
+  std::vector<PlugPin> pins;  ///< those with numbers ascending, then the others by name
+};
+
+/// The plugs of two contacts and more.
+std::vector<Plug> PlugsOf(const std::map<Channel, wiring::Contact>& contacts);
+
+/// Every way in which one plug can be wrong: reversed, shifted by every number of contacts to either side,
+/// with the wires at the end on no contact or around on the first ones. Where numbers are missing among the
+/// contacts both are meant, the next number and the next contact. Contacts without a number stay where others
+/// have one.
+std::vector<Fault> WrongPlugs(const Plug& plug);
+
+/// The two plugs in each other's place, contact by contact of the same name.
+Fault ExchangedPlugs(const Plug& a, const Plug& b);
+
+}  // namespace kxbench::diagnosis
