@@ -89,19 +89,19 @@ bool EndIsUnknown(const Fault& fault) {
          std::all_of(fault.nets.begin(), fault.nets.end(), [](const Net& net) { return net.size() == 2; });
 }
 
-std::string WireText(const Net& net, const ChannelLabel& label) {
-  return label(net.front()) + " to " + label(net.back());
+/// The other ends of two two-ended wires.
+Net OtherEnds(const Fault& fault) {
+  Net ends = ChannelsOf(fault.nets);
+  std::erase_if(
+      ends, [&](Channel channel) { return channel == fault.channels[0] || channel == fault.channels[1]; });
+  return ends;
 }
 
 std::string SwappedText(const Fault& fault, const ChannelLabel& label) {
-  const std::string a = label(fault.channels[0]);
-  const std::string b = label(fault.channels[1]);
-  if (!EndIsUnknown(fault)) {
-    return "swapped: the wires on " + a + " and " + b + "; exchange these two";
-  }
-  return "swapped: the wires " + WireText(fault.nets[0], label) + " and " + WireText(fault.nets[1], label) +
-         ", on " + a + " and " + b + " or at their other ends, which two-ended wires do not tell; look at " +
-         a + " and " + b + " first";
+  const std::string text = "swapped: the wires on " + List(fault.channels, label);
+  if (!EndIsUnknown(fault)) return text + "; exchange these two";
+  return text + ", or their other ends on " + List(OtherEnds(fault), label) +
+         "; two-ended wires do not tell which: look for the wrong end, exchange the two there";
 }
 
 std::string CrossedText(const Fault& fault, const ChannelLabel& label) {
@@ -131,6 +131,15 @@ std::string CompoundText(const Fault& fault, const ChannelLabel& label) {
          Counted(fault.shorts, "short", "shorts") + " in " + Counted(fault.nets.size(), "net", "nets") +
          ", contacts " + List(fault.channels, label) +
          "; several faults hide each other: look at these nets contact by contact";
+}
+
+/// Which end of a two-ended wire it is, the text of one end says for both.
+bool IsSaidAlready(const Explanation& first, const Explanation& other) {
+  if (first.size() != 1 || other.size() != 1 || first[0].kind != other[0].kind) return false;
+  const bool twoEnds =
+      EndIsUnknown(first[0]) ||
+      (first[0].kind == FaultKind::Open && first[0].pieces[0].size() == 1 && first[0].pieces[1].size() == 1);
+  return twoEnds && first[0].nets == other[0].nets;
 }
 
 }  // namespace
@@ -198,13 +207,14 @@ std::string FaultText(const Fault& fault, const ChannelLabel& label) {
 
 std::vector<std::string> AlternativeTexts(const Finding& finding, const ChannelLabel& label) {
   std::vector<std::string> texts;
+  const Explanation& first = finding.explanations.front();
   for (std::size_t i = 1; i < finding.explanations.size(); ++i) {
+    if (IsSaidAlready(first, finding.explanations[i])) continue;
     std::string text;
     for (const Fault& fault : finding.explanations[i]) {
       text += (text.empty() ? "or: " : ", and ") + FaultText(fault, label);
     }
-    // Which end of a wire it is, is already said; what reads the same is no second thing to try.
-    if (std::find(texts.begin(), texts.end(), text) == texts.end()) texts.push_back(std::move(text));
+    texts.push_back(std::move(text));
   }
   return texts;
 }

@@ -83,7 +83,8 @@ TEST_P(HarnessWithAFault, NamesIt) {
   const std::size_t wanted = 25'000 / Thoroughness;
   for (std::size_t i = 0; tried_ < wanted && !HasFailure(); ++i) {
     // The biggest has tens of thousands of faults of its own, so it comes once.
-    harness_ = testkit::DrawHarness(random, sizes[i == 0 && GetParam() == 1 && Thoroughness == 1 ? 11 : i % 9]);
+    harness_ =
+        testkit::DrawHarness(random, sizes[i == 0 && GetParam() == 1 && Thoroughness == 1 ? 11 : i % 9]);
     OpenEveryContact();
     ShortEveryPairOfNets();
     ExchangeEveryPairOfContacts();
