@@ -6,9 +6,9 @@ namespace kxbench {
 
 namespace {
 
-ProgressDialogLayout Layout() {
+ProgressDialogLayout Layout(const std::string& caption) {
   ProgressDialogLayout layout{};
-  layout.caption = "Learning";
+  layout.caption = caption;
   layout.clientWidth = 266;
   layout.clientHeight = 73;
   layout.fontName = "Segoe UI";
@@ -24,7 +24,10 @@ ProgressDialogLayout Layout() {
 
 }  // namespace
 
-LearnProgress::LearnProgress() : dialog_(Application().CreateProgressDialog(Layout())) { dialog_->Show(); }
+LearnProgress::LearnProgress(const std::string& caption)
+    : dialog_(Application().CreateProgressDialog(Layout(caption))) {
+  dialog_->Show();
+}
 
 bool LearnProgress::Report(double position) {
   Application().ProcessMessages();

@@ -1,16 +1,17 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "contracts/UserInterface.h"
 
 namespace kxbench {
 
-/// The progress dialog of a device that is being learned.
+/// The progress dialog of a device that is being learned or measured.
 class LearnProgress {
  public:
   /// Shows the dialog.
-  LearnProgress();
+  explicit LearnProgress(const std::string& caption = "Learning");
 
   /// Lets the user interface work and moves the bar to `position`, 0.0 to 1.0. True once the user has
   /// cancelled; the bar then stays.

@@ -26,6 +26,7 @@ std::unique_ptr<RunObserver> PrinterOf(const RunOptions& options, Output& output
                                        const Project& project) {
   const auto clearTerminal = [&interaction] { interaction.HideProgress(); };
   if (options.format == OutputFormat::Records) return std::make_unique<RecordPrinter>(output, clearTerminal);
+  if (options.format == OutputFormat::Json) return std::make_unique<RunObserver>();
   return std::make_unique<ReportPrinter>(output, OutputShowsColours(),
                                          wiring::ChannelNames(project.IniFile()), clearTerminal);
 }
@@ -43,6 +44,10 @@ void TellGuardOfFiles(const Script& script) {
 
 void RunOptions::DeclareIn(OptionList& list) {
   list.Words("--format", FormatWords, "A report to read, or the records alone as they are sent", format);
+  DeclareStrictIn(list);
+}
+
+void RunOptions::DeclareStrictIn(OptionList& list) {
   list.Flag("--strict", "Refuse an expectation file that leaves pairs unchecked, instead of warning", strict);
 }
 

@@ -9,14 +9,20 @@
 
 namespace kxbench {
 
-enum class OutputFormat { Report, Records };
+enum class OutputFormat {
+  Report,
+  Records,
+  Json,  ///< nothing of the run itself: who asks for it prints something of their own
+};
 
 /// What the commands that run a script have in common.
 struct RunOptions {
   OutputFormat format = OutputFormat::Report;
   bool strict = false;  ///< what is doubtful about an expectation file refuses it
 
+  /// Adds --format for a report or records, and --strict.
   void DeclareIn(OptionList& list);
+  void DeclareStrictIn(OptionList& list);
 };
 
 /// Makes the script, once the commands of the plug-in are known.

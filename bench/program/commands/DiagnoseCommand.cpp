@@ -1,0 +1,60 @@
+#include <optional>
+#include <system_error>
+
+#include "bench/program/Commands.h"
+#include "bench/program/DiagnoseDevice.h"
+#include "bench/program/Failure.h"
+#include "bench/program/RecordedNets.h"
+#include "text/FileAccess.h"
+
+namespace kxbench {
+
+namespace {
+
+constexpr ChoiceWord<DiagnosisFormat> DiagnosisWords[] = {{"report", DiagnosisFormat::Report},
+                                                          {"json", DiagnosisFormat::Json}};
+
+class DiagnoseCommand : public Command {
+ public:
+  std::string Name() const override { return "diagnose"; }
+  std::string Summary() const override {
+    return "Measure a device and name its faults as people repair them";
+  }
+  std::string Notes() const override {
+    return "Nets are measured as learning measures them, with what FILE says, and nothing is saved. The "
+           "channels' names\n"
+           "come from the project's ini file.";
+  }
+
+  void Declare(OptionList& list) override {
+    list.Argument("FILE", "Expectation file", Needed::Yes, file_);
+    list.Show({"--device", "--project", "--progress"});
+    list.Words("--format", DiagnosisWords, "A report to read, or one JSON object", format_);
+    list.Value("--records", "RECORDS", "Diagnose the records of a check kept in RECORDS, without a device",
+               records_);
+  }
+
+  ExitStatus Run(const CommonOptions& common) override {
+    if (!records_) return DiagnoseConnectedDevice(common, file_, format_, std::nullopt);
+    return DiagnoseRecords(common, file_, format_, RecordsIn(ReadRecords()));
+  }
+
+ private:
+  std::string ReadRecords() const {
+    try {
+      return shorttest::ReadWholeFile(shorttest::AbsolutePath(*records_));
+    } catch (const std::system_error& error) {
+      throw Failure("--records: " + std::string(error.what()));
+    }
+  }
+
+  std::string file_;
+  std::optional<std::string> records_;
+  DiagnosisFormat format_ = DiagnosisFormat::Report;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeDiagnoseCommand() { return std::make_unique<DiagnoseCommand>(); }
+
+}  // namespace kxbench
