@@ -45,7 +45,8 @@ struct Fault {
   std::vector<std::string> plugs;  ///< PlugsExchanged to PlugShifted: their names
   int shift = 0;                   ///< PlugShifted: how many contacts further
   bool around = false;             ///< PlugShifted: what passes the last contact begins again at the first
-  std::optional<double> ohm;       ///< Open: across the gap; Short: smallest; HighResistance: measured
+  std::optional<double>
+      ohm;  ///< Open: across the gap, where anything flows; Short: smallest; HighResistance: measured
   std::optional<double> expectedOhm;  ///< HighResistance
   double volts = 0;                   ///< Voltage
   std::vector<Channel> closest;       ///< Short: the two contacts that are closest, empty or two

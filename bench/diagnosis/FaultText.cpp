@@ -55,7 +55,7 @@ std::string OpenText(const Fault& fault, const ChannelLabel& label) {
   const Net& off = fault.pieces[0];
   const Net& left = fault.pieces[1];
   const bool joint = fault.ohm && *fault.ohm < StillAJointOhm;
-  const std::string what = joint ? "bad joint, " + Numbered(*fault.ohm, "Ohm") + ": " : "open: ";
+  const std::string what = joint ? "open, a joint of " + Numbered(*fault.ohm, "Ohm") + ": " : "open: ";
   if (off.size() == 1 && left.size() == 1) {
     return what + "the wire from " + label(std::min(off[0], left[0])) + " to " +
            label(std::max(off[0], left[0])) + "; look at its two contacts first, then along the wire";

@@ -15,6 +15,9 @@ bool ByPair(const PairResistance& x, const PairResistance& y) {
   return std::tie(x.a, x.b) < std::tie(y.a, y.b);
 }
 
+/// What an instrument reads where nothing flows.
+constexpr double OverRangeOhm = 1e9;
+
 /// How far two contacts are apart: neighbouring pins of one plug, pins of one plug, anything else.
 using Distance = std::tuple<int, std::int64_t>;
 
@@ -78,6 +81,7 @@ void AddEvidence(const ResistanceTable& resistances, const std::map<Channel, wir
         if (ohm && (!fault.ohm || *ohm < *fault.ohm)) fault.ohm = ohm;
       }
     }
+    if (fault.ohm && *fault.ohm >= OverRangeOhm) fault.ohm.reset();
     if (fault.kind == FaultKind::Short) fault.closest = Closest(fault.pieces, contacts);
   }
 }

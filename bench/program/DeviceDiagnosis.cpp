@@ -28,10 +28,10 @@ diagnosis::Observation ExpectedOnly(const wiring::ExpectationFacts& facts,
 
 DeviceDiagnosis DiagnosisOf(const MeasureSummary& summary, diagnosis::Observation observation) {
   DeviceDiagnosis result;
-  for (const SuspendedChannel& channel : summary.charged) {
-    result.voltages.push_back(diagnosis::VoltageFault(channel.channel, channel.volts));
-  }
-  if (!result.voltages.empty()) {
+  if (!summary.charged.empty()) {
+    // As a check says it: the first channel that carries one, of the first two the lower.
+    const SuspendedChannel& first = summary.charged.front();
+    result.voltages.push_back(diagnosis::VoltageFault(first.channel, first.volts));
     result.faults.expected = diagnosis::Ordered(std::move(observation.expected));
     return result;
   }

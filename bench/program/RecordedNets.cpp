@@ -178,6 +178,10 @@ DeviceDiagnosis DiagnosisOfRecords(const std::vector<Record>& records, const wir
     pieces.insert(pieces.end(), own.begin(), own.end());
   }
   for (const RecordedBreak& one : findings.breaks) {
+    if (NetWith(one.lower, observation.expected) != NetWith(one.higher, observation.expected)) {
+      throw Failure("--records: they tell of " + std::to_string(one.lower) + " and " +
+                    std::to_string(one.higher) + ", which the expectation does not have connected");
+    }
     observation.resistances.push_back({one.lower, one.higher, one.ohm.value_or(0), std::nullopt});
     if (!one.ohm) observation.resistances.pop_back();
   }

@@ -20,8 +20,10 @@ Contact ContactOf(std::string connector, std::string pin) {
   return {std::move(connector), std::move(pin), number};
 }
 
+constexpr const char* Separators = ".-:/";
+
 std::optional<Contact> SplitAtSeparator(const std::string& name) {
-  const std::size_t separator = name.find_last_of(".-:/");
+  const std::size_t separator = name.find_last_of(Separators);
   if (separator == std::string::npos || separator == 0 || separator + 1 == name.size()) return std::nullopt;
   return ContactOf(name.substr(0, separator), name.substr(separator + 1));
 }
@@ -29,6 +31,7 @@ std::optional<Contact> SplitAtSeparator(const std::string& name) {
 std::optional<Contact> SplitBeforeNumber(const std::string& name) {
   const std::size_t letters = name.find_first_of("0123456789");
   if (letters == std::string::npos || letters == 0) return std::nullopt;
+  if (name.find_first_of(Separators) < letters) return std::nullopt;
   const std::size_t end = std::min(name.find_first_not_of("0123456789", letters), name.size());
   return ContactOf(name.substr(0, letters), name.substr(letters, end - letters));
 }

@@ -100,10 +100,10 @@ TEST(TextOfAMeasurement, HasItsUnit) {
   observation.expected = {{6, 19}};
   observation.measured = {{6}, {19}};
   observation.resistances = {{6, 19, 25.12, {}}};
-  EXPECT_EQ(
-      FaultText(Diagnose(observation).findings[0].explanations[0][0], Label),
-      "bad joint, 25.12 Ohm: the wire from 6 (A6) to 19; look at its two contacts first, then along the "
-      "wire");
+  EXPECT_EQ(FaultText(Diagnose(observation).findings[0].explanations[0][0], Label),
+            "open, a joint of 25.12 Ohm: the wire from 6 (A6) to 19; look at its two contacts first, then "
+            "along the "
+            "wire");
   observation.measured = observation.expected;
   observation.resistances[0] = {6, 19, 3.5, 0.1};
   EXPECT_EQ(
