@@ -71,12 +71,16 @@ bool SamePartition(const std::map<Channel, Channel>& a, const std::map<Channel, 
   return a.size() == b.size();
 }
 
-bool Fits(const Explanation& explanation, const Finding& finding) {
+/// A wrong plug also moves wires whose nets stay as they are, so the whole device is compared, as far as the
+/// finding goes.
+bool Fits(const Explanation& explanation, const Finding& finding, const Nets& device) {
   if (explanation.front().kind == FaultKind::Compound) return explanation.size() == 1;
-  std::map<Channel, Channel> labels = Labels(finding.expected);
+  std::map<Channel, Channel> labels = Labels(device);
   Channel fresh = 1'000'000;
   for (const Fault& fault : explanation) ApplyByLabel(fault, labels, fresh);
-  return SamePartition(labels, Labels(finding.measured));
+  const std::map<Channel, Channel> measured = Labels(finding.measured);
+  std::erase_if(labels, [&](const auto& entry) { return !measured.contains(entry.first); });
+  return SamePartition(labels, measured);
 }
 
 }  // namespace
@@ -171,9 +175,10 @@ Named HowNamed(const Diagnosis& diagnosis, const std::vector<MadeFault>& made) {
 }
 
 bool AllFit(const Diagnosis& diagnosis) {
-  return std::all_of(diagnosis.findings.begin(), diagnosis.findings.end(), [](const Finding& finding) {
-    return std::all_of(finding.explanations.begin(), finding.explanations.end(),
-                       [&](const Explanation& explanation) { return Fits(explanation, finding); });
+  return std::all_of(diagnosis.findings.begin(), diagnosis.findings.end(), [&](const Finding& finding) {
+    return std::all_of(
+        finding.explanations.begin(), finding.explanations.end(),
+        [&](const Explanation& explanation) { return Fits(explanation, finding, diagnosis.expected); });
   });
 }
 
