@@ -13,7 +13,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// "swapped 14 17" for each fault; faults of one explanation with " + ", explanations with " | ".
-std::vector<std::string> Named(const Diagnosis& diagnosis) {
+std::vector<std::string> NamesIn(const Diagnosis& diagnosis) {
   std::vector<std::string> findings;
   for (const Finding& finding : diagnosis.findings) {
     std::string text;
@@ -47,7 +47,7 @@ class FaultsOfWires : public testing::TestWithParam<FaultRow> {};
 
 TEST_P(FaultsOfWires, AreNamed) {
   const Diagnosis diagnosis = OfNets(GetParam().expected, GetParam().measured);
-  EXPECT_EQ(Named(diagnosis), GetParam().named);
+  EXPECT_EQ(NamesIn(diagnosis), GetParam().named);
   EXPECT_TRUE(testkit::AllFit(diagnosis));
 }
 
@@ -84,7 +84,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(ThreeWiresInARing, AreTwoSwapsInAnyOrder) {
   const Diagnosis diagnosis = OfNets({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}, {{1, 2, 9}, {4, 5, 3}, {7, 8, 6}});
   EXPECT_THAT(
-      Named(diagnosis),
+      NamesIn(diagnosis),
       ElementsAre("swapped 3 6 + swapped 6 9 | swapped 3 9 + swapped 3 6 | swapped 6 9 + swapped 3 9"));
 }
 
