@@ -1,11 +1,13 @@
 #include "bench/program/DiagnoseDevice.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "bench/program/DeviceDiagnosis.h"
 #include "bench/program/DiagnosisReport.h"
 #include "bench/program/ExpectationGate.h"
+#include "bench/program/Guard.h"
 #include "bench/program/HostSetup.h"
 #include "bench/program/Interaction.h"
 #include "bench/program/Output.h"
@@ -36,29 +38,36 @@ void TellContradictions(const std::string& file, const wiring::ChannelNames& nam
   }
 }
 
+enum class Source { Device, Records };
+
 /// What a diagnosis needs of its surroundings: the expectation, the names, somebody to talk to.
 class DiagnosisRun {
  public:
-  DiagnosisRun(const CommonOptions& common, const std::string& file, DiagnosisFormat format, bool afterCheck)
+  DiagnosisRun(const CommonOptions& common, const std::string& file, DiagnosisFormat format, Source source,
+               bool afterCheck)
       : host_(common, file),
-        interaction_(SurfaceOf(common.progress), mrIgnore),
         names_(host_.CurrentProject().IniFile()),
         format_(format),
         afterCheck_(afterCheck) {
+    if (source == Source::Device) {
+      EnterGuard();
+      TellGuardOfExpectation(file);
+    }
+    interaction_.emplace(SurfaceOf(common.progress), mrIgnore);
     // A check has told of the file's doubts already.
     const auto warn = [this](const std::string& line) {
-      if (!afterCheck_) interaction_.Tell(line);
+      if (!afterCheck_) User().Tell(line);
     };
     facts_ = ExpectationGate(false, warn).AdmitFile("", file);
-    TellContradictions(file, names_, interaction_);
+    TellContradictions(file, names_, User());
   }
 
   const wiring::ExpectationFacts& Facts() const { return facts_; }
   diagnosis::Observation Expected() const { return ExpectedOnly(facts_, names_); }
-  Interaction& User() { return interaction_; }
+  Interaction& User() { return *interaction_; }
 
   ExitStatus Print(const DeviceDiagnosis& diagnosis) {
-    interaction_.HideProgress();
+    User().HideProgress();
     switch (format_) {
       case DiagnosisFormat::Json:
         StandardOutput().Write(DiagnosisJson(diagnosis, names_));
@@ -76,13 +85,13 @@ class DiagnosisRun {
   void TellLines(const std::string& text) {
     for (std::size_t begin = 0; begin < text.size();) {
       const std::size_t end = text.find('\n', begin);
-      if (end > begin) interaction_.Tell(text.substr(begin, end - begin));
+      if (end > begin) User().Tell(text.substr(begin, end - begin));
       begin = end + 1;
     }
   }
 
   HostSetup host_;
-  Interaction interaction_;
+  std::optional<Interaction> interaction_;
   wiring::ChannelNames names_;
   DiagnosisFormat format_;
   bool afterCheck_;
@@ -93,7 +102,7 @@ class DiagnosisRun {
 
 ExitStatus DiagnoseConnectedDevice(const CommonOptions& common, const std::string& file,
                                    DiagnosisFormat format, std::optional<ExitStatus> checked) {
-  DiagnosisRun run(common, file, format, checked.has_value());
+  DiagnosisRun run(common, file, format, Source::Device, checked.has_value());
   if (checked == ExitStatus::NoFindings) return run.Print(DiagnosisOfGoodDevice(run.Expected()));
   const MeasureSummary summary = MeasureThroughModule(common, file);
   if (summary.end == MeasureEnd::Cancelled) {
@@ -114,7 +123,7 @@ ExitStatus DiagnoseConnectedDevice(const CommonOptions& common, const std::strin
 
 ExitStatus DiagnoseRecords(const CommonOptions& common, const std::string& file, DiagnosisFormat format,
                            const std::vector<Record>& records) {
-  DiagnosisRun run(common, file, format, false);
+  DiagnosisRun run(common, file, format, Source::Records, false);
   return run.Print(DiagnosisOfRecords(records, run.Facts(), run.Expected()));
 }
 
