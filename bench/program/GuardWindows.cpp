@@ -208,6 +208,7 @@ void WatchGuard(HANDLE guard) {
 }  // namespace
 
 void EnterGuard() {
+  if (toGuard != nullptr) return;
   const Role role = TakeRole();
   if (role.work.empty()) std::exit(Guard());
   const auto pipe = reinterpret_cast<HANDLE>(role.pipe);
