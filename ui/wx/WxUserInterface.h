@@ -1,7 +1,7 @@
 #pragma once
 
 #include "contracts/UserInterface.h"
-#include "ui/wx/InterruptTimer.h"
+#include "ui/wx/InterruptCloser.h"
 #include "ui/wx/TaskWindows.h"
 #include "ui/wx/Toolkit.h"
 
@@ -20,12 +20,12 @@ class WxUserInterface : public UserInterface {
   void EnableTaskWindows(const TaskWindowList& windows) override;
 
   /// See kxCloseOnInterrupt.
-  void CloseOnInterrupt(bool (*interrupted)()) { timer_.Watch(interrupted); }
+  void CloseOnInterrupt(bool (*interrupted)()) { closer_.Watch(interrupted); }
 
  private:
   Toolkit toolkit_;
   TaskWindows taskWindows_;
-  InterruptTimer timer_;
+  InterruptCloser closer_;
 };
 
 }  // namespace kxbench

@@ -64,6 +64,9 @@ struct WitnessLog {
   }
 };
 
+/// What a check with the expectation of WitnessBench says first.
+inline constexpr char NothingExpected[] = "kxbench: warning: a.dat: no connection is expected\n";
+
 /// The real program, plug-in and learn module with the witness driver.
 class WitnessBench : public testing::Test {
  protected:
