@@ -45,18 +45,6 @@ std::string VerdictOf(const DeviceDiagnosis& diagnosis) {
   return "no faults; " + nets + "\n";
 }
 
-std::string JsonChannels(const diagnosis::Net& channels) {
-  std::vector<std::string> numbers;
-  for (const diagnosis::Channel channel : channels) numbers.push_back(std::to_string(channel));
-  return JsonArray(numbers);
-}
-
-std::string JsonNets(const diagnosis::Nets& nets) {
-  std::vector<std::string> arrays;
-  for (const diagnosis::Net& net : nets) arrays.push_back(JsonChannels(net));
-  return JsonArray(arrays);
-}
-
 JsonObject Named(const diagnosis::Fault& fault, const diagnosis::ChannelLabel& label) {
   JsonObject object;
   object.Add("kind", JsonString(diagnosis::KindWord(fault.kind)));

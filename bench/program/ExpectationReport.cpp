@@ -63,18 +63,6 @@ bool IsTerminated(const wiring::ExpectationFacts& facts) {
   return facts.terminationCard > 0 && facts.terminationRelay > 0;
 }
 
-std::string JsonChannels(const std::vector<std::int32_t>& channels) {
-  std::vector<std::string> numbers;
-  for (const std::int32_t channel : channels) numbers.push_back(std::to_string(channel));
-  return JsonArray(numbers);
-}
-
-std::string JsonNets(const std::vector<std::vector<std::int32_t>>& nets) {
-  std::vector<std::string> lists;
-  for (const auto& net : nets) lists.push_back(JsonChannels(net));
-  return JsonArray(lists);
-}
-
 std::string JsonNames(const wiring::ExpectationFacts& facts, const wiring::ChannelNames& names) {
   JsonObject object;
   for (std::int32_t channel = facts.firstChannel; channel <= facts.lastChannel; ++channel) {

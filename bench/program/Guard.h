@@ -13,9 +13,9 @@ namespace kxbench {
 /// Each function does nothing where no guard was set up.
 
 /// Sets up the guard. Returns in the working process alone: the guard ends with the working process's exit
-/// status, and where there is a guard already at once. Called before anything is loaded that could switch a relay, and before any thread is started. The
-/// environment is the one that the driver library will find. Throws Failure when there can be no second
-/// process.
+/// status, and where there is a guard already at once. Called before anything is loaded that could switch a
+/// relay, and before any thread is started. The environment is the one that the driver library will find.
+/// Throws Failure when there can be no second process.
 void EnterGuard();
 
 /// Tells the guard where the driver library lies, once it is in memory. Called after every library loaded.

@@ -36,6 +36,18 @@ std::string JsonArray(const std::vector<std::string>& elements) {
   return "[" + text + "]";
 }
 
+std::string JsonChannels(const std::vector<std::int32_t>& channels) {
+  std::vector<std::string> numbers;
+  for (const std::int32_t channel : channels) numbers.push_back(std::to_string(channel));
+  return JsonArray(numbers);
+}
+
+std::string JsonNets(const std::vector<std::vector<std::int32_t>>& nets) {
+  std::vector<std::string> lists;
+  for (const auto& net : nets) lists.push_back(JsonChannels(net));
+  return JsonArray(lists);
+}
+
 JsonObject& JsonObject::Add(const std::string& name, const std::string& json) {
   members_ += (members_.empty() ? "" : ", ") + JsonString(name) + ": " + json;
   return *this;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,12 @@ std::string JsonNumber(double value);
 
 /// "[1, 2]" of what is JSON already.
 std::string JsonArray(const std::vector<std::string>& elements);
+
+/// Channel numbers, "[1, 14]".
+std::string JsonChannels(const std::vector<std::int32_t>& channels);
+
+/// Lists of channel numbers, "[[1, 14], [2, 15]]".
+std::string JsonNets(const std::vector<std::vector<std::int32_t>>& nets);
 
 /// An object, built member by member.
 class JsonObject {

@@ -10,7 +10,7 @@ namespace shorttest::testkit {
 namespace {
 
 constexpr double Infinity = std::numeric_limits<double>::infinity();
-constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double NoReading = std::numeric_limits<double>::quiet_NaN();
 
 // --- the range ---
 
@@ -171,7 +171,7 @@ INSTANTIATE_TEST_SUITE_P(Thresholds, RefusedReference,
                                            ReferenceRow{"JustBelowZero", -1e-9},
                                            ReferenceRow{"MinusTen", -10.0},
                                            ReferenceRow{"MinusInfinity", -Infinity},
-                                           ReferenceRow{"NotANumber", NotANumber}),
+                                           ReferenceRow{"NotANumber", NoReading}),
                          [](const auto& row) { return row.param.name; });
 
 // --- odd readings ---
@@ -189,26 +189,26 @@ TEST_F(ResistanceTest, AHugeReadingSettles) {
 }
 
 TEST_F(ResistanceTest, AReadingThatIsNotANumberIsNoMeasurement) {
-  driver.AllReadings([](int) { return NotANumber; });
+  driver.AllReadings([](int) { return NoReading; });
   EXPECT_THROW(MeasureResistance(10), std::runtime_error);
 }
 
 TEST_F(ResistanceTest, NotANumberIsOneReadingThatHasNotSettled) {
-  driver.NextReadings({NotANumber, 5.0, 5.0});
+  driver.NextReadings({NoReading, 5.0, 5.0});
   EXPECT_EQ(MeasureResistance(10), 5.0);
-  driver.NextReadings({5.0, NotANumber, 5.0, 5.0});
+  driver.NextReadings({5.0, NoReading, 5.0, 5.0});
   EXPECT_EQ(MeasureResistance(10), 5.0);
   EXPECT_EQ(log.Text(), Resistance(1, 3) + Resistance(1, 4));
 }
 
 TEST_F(ResistanceTest, NotANumberAtTheLastReadingIsNoMeasurement) {
-  driver.AllReadings([](int number) { return number < 100 ? 10.0 * number : NotANumber; });
+  driver.AllReadings([](int number) { return number < 100 ? 10.0 * number : NoReading; });
   EXPECT_THROW(MeasureResistance(10), std::runtime_error);
   EXPECT_EQ(log.Count("read"), 101);
 }
 
 TEST_F(ResistanceTest, ADriverErrorExplainsNotANumberBetter) {
-  driver.AllReadings([](int) { return NotANumber; });
+  driver.AllReadings([](int) { return NoReading; });
   driver.FailAt(1, "instrument unplugged");
   EXPECT_EQ(HardwareErrorOf([] { MeasureResistance(10); }), "instrument unplugged");
 }
@@ -227,7 +227,7 @@ TEST_F(ResistanceTest, AFailedVoltageReadingThrows) {
 }
 
 TEST_F(ResistanceTest, ADriverErrorExplainsAVoltageThatIsNotANumberBetter) {
-  driver.AllReadings([](int) { return NotANumber; });
+  driver.AllReadings([](int) { return NoReading; });
   driver.PendingError("instrument unplugged");
   EXPECT_EQ(HardwareErrorOf([] { ReadVoltage(); }), "instrument unplugged");
 }
