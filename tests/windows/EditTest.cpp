@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
+// After windows.h, which it needs.
+#include <tlhelp32.h>
 
 #include <filesystem>
 #include <string>
@@ -19,6 +21,20 @@ std::filesystem::path ProgramFolder() {
   return std::filesystem::path(name).parent_path();
 }
 
+/// The process that started a process; 0 when there is none of that number.
+DWORD ParentOf(DWORD process) {
+  const HANDLE all = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+  PROCESSENTRY32W entry{};
+  entry.dwSize = sizeof entry;
+  DWORD parent = 0;
+  for (BOOL more = Process32FirstW(all, &entry); more; more = Process32NextW(all, &entry)) {
+    if (entry.th32ProcessID == process) parent = entry.th32ParentProcessID;
+  }
+  CloseHandle(all);
+  return parent;
+}
+
+/// The program: a guard, and the process that it waits for, which has the dialog.
 class RunningEditor {
  public:
   explicit RunningEditor(const std::filesystem::path& file) {
@@ -69,7 +85,8 @@ class RunningEditor {
     GetWindowThreadProcessId(window, &process);
     wchar_t title[64] = {};
     GetWindowTextW(window, title, 64);
-    if (process != editor.id_ || !IsWindowVisible(window) || std::wstring(title) != L"Kurzschlusstest")
+    if (std::wstring(title) != L"Kurzschlusstest" || !IsWindowVisible(window) ||
+        ParentOf(process) != editor.id_)
       return TRUE;
     editor.dialog_ = window;
     return FALSE;

@@ -7,7 +7,6 @@
 #include "plugin/data/ShorttestData.h"
 #include "simulator/SimulatedTester.h"
 #include "tests/plugin/entry/LoadedPlugin.h"
-#include "tests/support/Allocations.h"
 #include "tests/support/FakeTestEnvironment.h"
 
 namespace shorttest::testkit {
@@ -178,20 +177,6 @@ TEST_F(Command, ADriverErrorPassesThroughWithItsText) {
   // The next run clears the driver's error and is right.
   Run(Base(), ExpectationFile("good.ini", true));
   EXPECT_THAT(records, ElementsAre("Verbindungstest|1|1||1||", "Kurzschlusstest|0|0||0||"));
-}
-
-TEST_F(Command, TheExpectationIsFreedWhenTheCheckThrows) {
-  const std::string file = ExpectationFile("good.ini", true);
-  const auto failedRun = [&] {
-    brenmor_sim_load_text("wire 1 2 0.5\n");
-    brenmor_sim_fail_call(30, "relay card 1 is gone");
-    EXPECT_THROW(Run(Base(), file), std::runtime_error);
-    log.Clear();
-  };
-  failedRun();  // leaves what is made once
-  const std::ptrdiff_t before = LiveAllocations();
-  failedRun();
-  EXPECT_EQ(LiveAllocations(), before);
 }
 
 TEST_F(Command, AnExpectationBeyondTheFittedCardsIsADriverError) {
