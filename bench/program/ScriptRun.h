@@ -27,7 +27,7 @@ struct StepResult {
   ExitStatus Status() const;
 };
 
-/// What a run tells while it goes on.
+/// What a run reports while it goes on.
 class RunObserver {
  public:
   virtual ~RunObserver();
