@@ -17,7 +17,7 @@ struct PlugPin {
   std::optional<std::int32_t> number;
 };
 
-/// A plug as the names tell of it.
+/// A plug as the names show it.
 struct Plug {
   std::string name;
   std::vector<PlugPin> pins;  ///< those with numbers ascending, then the others by name
