@@ -4,8 +4,8 @@
 #include <vector>
 
 /// A driver that answers at once: what a procedure takes with it is the procedure's own time and its waits.
-/// Every reading tells in constant time whether a net lies on both lines. Linking `instant_driver` gives a
-/// program the driver's nine functions; the library in bin/instant is the same for programs that load one,
+/// Every reading finds out in constant time whether a net lies on both lines. Linking `instant_driver` gives
+/// a program the driver's nine functions; the library in bin/instant is the same for programs that load one,
 /// and connects a cable of 48 channels (channel i to i + 24).
 namespace instant {
 

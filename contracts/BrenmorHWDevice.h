@@ -6,8 +6,8 @@
 /// (libBrenmorHWDevice.so, BrenmorHWDevice.dll). The real driver, the simulated tester and the tests' fakes
 /// implement the same nine functions and are exchanged without rebuilding.
 ///
-/// All calls come from one thread. A failed call leaves a pending error behind; nothing is reported through
-/// the result of brenmor_bus_write and brenmor_relay_set.
+/// All calls come from one thread. A failed call leaves an error pending; nothing is reported through the
+/// result of brenmor_bus_write and brenmor_relay_set.
 
 #ifdef _WIN32
 #ifdef BRENMOR_BUILDING_DRIVER

@@ -12,7 +12,7 @@
 ///
 /// Everything is called on the host's user-interface thread.
 
-/// Modal results, as the user-interface framework numbers them.
+/// Modal results, with the numbers of the host's user-interface framework.
 enum ModalResult : int {
   mrNone = 0,
   mrOk = 1,

@@ -36,8 +36,8 @@ class IVarAccess : public IKXUnknown {
   /// The variable's value, owned by the host and valid until the next call; null when there is none.
   virtual const TKXValue* GetVariable(const std::string& name) = 0;
 
-  /// Lets the host attach its variable support to an edit control of a command's dialog. The control
-  /// outlives the dialog's showing; the host keeps no pointer beyond that.
+  /// Lets the host attach its variable support to an edit control of a command's dialog. The control outlives
+  /// the dialog's showing; the host keeps no pointer to it after that.
   virtual void AttachEdit(TKXEdit& edit) = 0;
 
  protected:

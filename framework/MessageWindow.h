@@ -26,8 +26,8 @@ class KX_API MessageWindow {
   /// The handle to send to, never 0. Its value fits in 32 bits.
   HWND Handle() const { return handle_; }
 
-  /// Calls the handler. An exception of its own cannot pass through the sender, which may be foreign code,
-  /// and is kept; the answer is then 0.
+  /// Calls the handler. An exception that it throws cannot pass through the sender, which may be foreign
+  /// code, and is kept; the answer is then 0.
   LRESULT Deliver(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
   /// Throws the first exception that Deliver kept, once.

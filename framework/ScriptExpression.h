@@ -22,7 +22,7 @@ class KX_API IntegerValue : public TKXValue {
   std::int64_t value_;
 };
 
-/// Parses the expression at the lexer's current token and leaves the lexer behind it:
+/// Parses the expression at the lexer's current token and leaves the lexer at the token after it:
 ///   expression = term { "+" term }
 ///   term       = string | integer | variable | "(" expression ")"
 /// "+" adds two integers and otherwise joins the texts of both sides. Throws TKXScriptError with the column.

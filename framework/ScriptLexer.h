@@ -16,7 +16,7 @@ struct Token {
   std::string text;          ///< the name as written, or the string that a literal stands for
   std::int64_t integer = 0;  ///< value of an integer literal
   std::size_t begin = 0;     ///< byte offset of the token in the text
-  std::size_t end = 0;       ///< byte offset behind it
+  std::size_t end = 0;       ///< byte offset of what follows it
 };
 
 enum class Comments { Refused, AtEndOfLine };
@@ -25,7 +25,7 @@ enum class Comments { Refused, AtEndOfLine };
 /// quote stands for one; a backslash is a character like any other, because Windows paths are full of them.
 class KX_API ScriptLexer {
  public:
-  /// `text` must outlive the lexer. Throws TKXScriptError when the first token is none.
+  /// `text` must outlive the lexer. Throws TKXScriptError when the text begins with no token.
   explicit ScriptLexer(std::string_view text, Comments comments = Comments::Refused);
 
   const Token& Current() const { return current_; }

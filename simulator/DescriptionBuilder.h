@@ -33,7 +33,7 @@ class DescriptionBuilder {
   /// The statement with this keyword; null when there is none.
   static const Statement* FindStatement(std::string_view keyword);
 
-  /// The finished description; checks what can only be judged when all is said.
+  /// The finished description; checks what can be judged only after the last statement.
   DeviceDescription Finish();
 
  private:

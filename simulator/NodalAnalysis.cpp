@@ -17,7 +17,7 @@ using Matrix = Eigen::SparseMatrix<Real>;
 constexpr Node Reference = 1;
 constexpr int Refinements = 2;
 
-/// Unknown of a node: the reference has none, the nodes behind it move up.
+/// Unknown of a node: the reference has none, the nodes after it move up.
 constexpr Eigen::Index Unknown(Node node) {
   return static_cast<Eigen::Index>(node < Reference ? node : node - 1);
 }

@@ -10,7 +10,7 @@
 namespace simulator {
 namespace {
 
-/// Words with a meaning of their own behind points: they cannot be names.
+/// Words with a meaning of their own after points: they cannot be names.
 constexpr std::array<std::string_view, 4> ReservedWords{"each", "never", "series", "tau"};
 
 bool StartsWithDigit(const Word& word) {

@@ -13,7 +13,7 @@ namespace simulator {
 class PointTable {
  public:
   /// Gives a channel a name / makes an inner node of that name. Throws DescriptionError when the name is
-  /// taken or no name at all.
+  /// taken or is not a name.
   void NameChannel(const Word& name, const Word& number);
   void AddNode(const Word& name);
 

@@ -28,7 +28,7 @@ constexpr Node CardLine(int card, int line) {
   return Ground + 1 + static_cast<Node>(CardLineIndex(card, line));
 }
 
-/// The points of the device: first all channels (counted from 0), behind them its inner nodes.
+/// The points of the device: first all channels (counted from 0), after them its inner nodes.
 constexpr Node FirstPoint = CardLine(MaxCards, 0);
 constexpr Node Point(int point) { return FirstPoint + static_cast<Node>(point); }
 

@@ -4,7 +4,7 @@
 
 namespace simulator {
 
-/// The time in which capacitances discharge: the system's steady clock, or a clock that only moves when told.
+/// The time in which capacitances discharge: the system's steady clock, or a clock that only Advance moves.
 class TimeSource {
  public:
   /// Seconds since some fixed moment. Never runs backwards.

@@ -42,7 +42,7 @@ class FileTooLarge : public FileError {
   std::uintmax_t limit_;
 };
 
-/// A file that could neither be written nor be given back its old content, of which `copy` holds a copy.
+/// A file that could neither be written nor be given its old content back, which the file `copy` holds.
 class FileDamaged : public FileError {
  public:
   FileDamaged(const std::filesystem::path& path, const std::filesystem::path& copy, std::error_code cause);

@@ -54,7 +54,7 @@ std::error_code RenameOver(const std::filesystem::path& from, const std::filesys
 /// Waits until the names in the folder are on the disk, as far as the system can tell.
 void FlushFolder(const std::filesystem::path& folder);
 
-/// Whether the file carries a mark that forbids writing it, beside the rights that opening it asks for.
+/// Whether the file carries a mark that forbids writing it, in addition to the rights that opening it needs.
 bool IsMarkedReadOnly(const std::filesystem::path& path);
 
 /// Whether the error says that this folder allows no second file, or that this file may not be replaced by

@@ -14,7 +14,7 @@ enum class FileKinds : std::uint8_t {
   Any       ///< also devices and pipes, but no folders
 };
 
-/// Whether there is a file. Throws FileError for what is of no such kind or cannot be looked at.
+/// Whether there is a file. Throws FileError for anything of another kind, and for what cannot be looked at.
 bool FileExists(FileError::Step step, const std::filesystem::path& path,
                 FileKinds kinds = FileKinds::Regular);
 

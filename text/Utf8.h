@@ -9,7 +9,7 @@ namespace shorttest {
 /// What may stand at the start of a UTF-8 file and belongs to no text.
 inline constexpr std::string_view Utf8ByteOrderMark = "\xEF\xBB\xBF";
 
-/// Takes the byte order mark off the front of a text; whether there was one.
+/// Takes the byte order mark off the front of a text; returns whether there was one.
 bool TakeByteOrderMark(std::string_view& text);
 
 /// Appends a code point, at most U+10FFFF and no surrogate, to a UTF-8 text.

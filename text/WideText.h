@@ -1,6 +1,6 @@
 #pragma once
 
-// Windows alone: its own texts, in UTF-16, and those of its code pages (CP_UTF8, CP_ACP).
+// For Windows only: its own texts, in UTF-16, and those of its code pages (CP_UTF8, CP_ACP).
 
 #include <windows.h>
 

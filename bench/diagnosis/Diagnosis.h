@@ -19,8 +19,8 @@
 /// 1. one expected net, several measured ones: it is open, once for each piece that came off;
 /// 2. several expected nets, one measured: they are shorted;
 /// 3. else the explanations by one fault, in which contacts have changed places: two contacts, one of them
-///    perhaps unused, or several of the same two nets; plugs, of which the names tell;
-/// 4. else those by two faults: a break and a short circuit, an exchange and one fault more;
+///    perhaps unused, or several of the same two nets; plugs, as far as the names show them;
+/// 4. else those by two faults: a break and a short circuit, an exchange and one more fault;
 /// 5. else it is compound: so many opens, so many shorts.
 ///
 /// A wrong plug may explain several components at once, and goes before what they would cost one by one. An
@@ -51,7 +51,7 @@ struct PairResistance {
 struct Observation {
   Nets expected;  ///< in any order; a channel that only one side knows is alone on the other
   Nets measured;
-  std::map<Channel, wiring::Contact> contacts;  ///< of the channels whose names tell; may be empty
+  std::map<Channel, wiring::Contact> contacts;  ///< of the channels whose names show one; may be empty
   std::vector<PairResistance> resistances;      ///< of any pairs, in any order; may be empty
   double lowerThresholdOhm = 10;
 };
@@ -77,7 +77,7 @@ Diagnosis Diagnose(const Observation& observation);
 /// The fault of a channel that carries a voltage.
 Fault VoltageFault(Channel channel, double volts);
 
-/// Faults that stand for `fault` in the other explanations of its finding: those that come instead of it.
+/// The faults that take the place of `fault` in the other explanations of its finding.
 std::vector<Fault> Alternatives(const Finding& finding, const Fault& fault);
 
 }  // namespace kxbench::diagnosis

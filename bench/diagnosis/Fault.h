@@ -54,7 +54,7 @@ struct Fault {
   std::size_t shorts = 0;             ///< Compound: connections too many
 };
 
-/// The same fault: its kind, and the channels and moves that tell it from others of that kind.
+/// The same fault: its kind, and the channels and moves that distinguish it from others of that kind.
 bool SameFault(const Fault& a, const Fault& b);
 
 /// Faults that explain a finding together, in the order in which they are applied.

@@ -19,7 +19,7 @@ std::string KindWord(FaultKind kind);
 std::string FaultText(const Fault& fault, const ChannelLabel& label);
 
 /// Other explanations than the first, one a line without its end: "or: ...". Faults of one explanation are
-/// joined by "and". Left out is what the text of the first says already: the other end of the same wires.
+/// joined by "and". What the text of the first says already, the other end of the same wires, is left out.
 std::vector<std::string> AlternativeTexts(const Finding& finding, const ChannelLabel& label);
 
 /// What shows a finding: "expected (1, 14) (4, 17); measured (1, 17) (4, 14)".

@@ -15,8 +15,9 @@ struct PlugExplanation {
 };
 
 /// All of them: plugs exchanged, then reversed, then shifted, smallest shift first. A shift that puts no
-/// connected wire on a contact is a plug that is not there, and left out. With p plugs of at most q contacts
-/// in n channels this tries p * p / 2 + 3 * p * q ways, of which each costs O(q + the nets it touches).
+/// connected wire on a contact is a plug that is not there, and is left out. With p plugs of at most q
+/// contacts in n channels this tries p * p / 2 + 3 * p * q ways, of which each costs O(q + the nets it
+/// touches).
 /// REQUIRES: both partitions ordered, with the same channels.
 std::vector<PlugExplanation> PlugFaults(const std::vector<Plug>& plugs, const Nets& expected,
                                         const Nets& measured);

@@ -7,7 +7,7 @@
 
 namespace kxbench::diagnosis {
 
-/// Most explanations that are listed for one place. Equal pieces multiply them; nobody tries more.
+/// The most explanations that are listed for one place. Equal pieces multiply them; nobody tries more.
 inline constexpr std::size_t MaxExplanations = 64;
 
 /// The explanations of one component by one fault, all equally cheap, each giving the measured nets exactly;

@@ -4,7 +4,7 @@
 
 namespace kxbench {
 
-/// What the procedures of this module have asked of the driver. Differences of two values tell what one
+/// What the procedures of this module have asked of the driver. The difference of two values is what one
 /// learning took.
 struct DriverUse {
   std::uint64_t readings = 0;         ///< readings of the instrument

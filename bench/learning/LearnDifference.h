@@ -5,8 +5,8 @@
 
 namespace kxbench {
 
-/// What `after` says of the pairs of channels that are in `before`, too, and `before` does not. The pairs
-/// come in the order of their channels.
+/// How `after` differs from `before` over the channels of both. The pairs come in the order of their
+/// channels.
 LearnDifference DifferenceOf(const TShortTestData& before, const TShortTestData& after);
 
 }  // namespace kxbench

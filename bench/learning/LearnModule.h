@@ -19,7 +19,7 @@
 
 namespace kxbench {
 
-/// A pair of channels of which a new expectation says something else than the old one.
+/// A pair of channels of which a new expectation says something other than the old one.
 struct ChangedPair {
   std::int32_t lower;  ///< channel numbers
   std::int32_t higher;

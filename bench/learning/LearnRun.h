@@ -18,7 +18,7 @@ class DamagedExpectation : public std::runtime_error {
 /// holds must not be built upon, and what reading it throws.
 TShortTestData PrepareData(const LearnRequest& request);
 
-/// Learns the connected device and saves the file; tells before of what changes in it. A cancel, or anything
+/// Learns the connected device, reports what will change in the file, and saves it. A cancel, or anything
 /// thrown, leaves the file as it was. Every relay is open at the end. Throws std::runtime_error and what
 /// hardware, data and user interface throw.
 void LearnFile(const LearnRequest& request, LearnSummary& summary);

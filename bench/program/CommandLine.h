@@ -21,7 +21,7 @@ struct Chosen {
 
 /// Reads the command line (UTF-8, without the program's name) for one of `commands`, which outlive the
 /// result. Options stand before the command's name or after it. Throws Failure with one line that names the
-/// fault, and for a word that is not known the nearest that is.
+/// fault, and for an unknown word the nearest known one.
 std::variant<Chosen, Information> ParseCommandLine(std::vector<std::string> arguments,
                                                    const CommandList& commands);
 

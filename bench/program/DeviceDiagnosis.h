@@ -15,11 +15,11 @@
 
 namespace kxbench {
 
-/// What is wrong with a device, ready to be told.
+/// What is wrong with a device, ready to be reported.
 struct DeviceDiagnosis {
   diagnosis::Diagnosis faults;
   std::vector<diagnosis::Fault> voltages;  ///< when there are any, nothing else is known
-  std::vector<std::string> gaps;           ///< what could not be found out, a clause each
+  std::vector<std::string> gaps;           ///< what is not known, one clause each
   bool checkFailed = false;                ///< a check of the same device had findings
 
   bool Failed() const { return checkFailed || !voltages.empty() || !faults.findings.empty(); }

@@ -21,7 +21,7 @@ enum class DiagnosisFormat {
 ExitStatus DiagnoseConnectedDevice(const CommonOptions& common, const std::string& file,
                                    DiagnosisFormat format, std::optional<ExitStatus> checked);
 
-/// Prints the diagnosis of what the records of a check tell. Throws Failure.
+/// Prints the diagnosis of what the records of a check show. Throws Failure.
 ExitStatus DiagnoseRecords(const CommonOptions& common, const std::string& file, DiagnosisFormat format,
                            const std::vector<Record>& records);
 

@@ -7,7 +7,7 @@
 
 namespace kxbench {
 
-/// The diagnosis to read: a line a fault, below it other explanations and what shows it, and the verdict.
+/// The diagnosis to read: for each fault a line, other explanations and what shows it; then the verdict.
 std::string DiagnosisReport(const DeviceDiagnosis& diagnosis, const wiring::ChannelNames& names);
 
 /// The diagnosis for other programs, one JSON object on one line, as docs/diagnosis.md describes it.

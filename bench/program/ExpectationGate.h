@@ -15,10 +15,10 @@ inline constexpr const char* CheckCommandName = "ShortTest";
 /// and a device could pass because its file is damaged.
 class ExpectationGate {
  public:
-  /// `warn` is told, a line each, what a file leaves unchecked; with `strict` that refuses the file.
+  /// `warn` gets a line for each thing that a file leaves unchecked; with `strict` that refuses the file.
   ExpectationGate(bool strict, std::function<void(const std::string& line)> warn);
 
-  /// Lets the file pass and tells what it holds, or throws Failure: it cannot be read, or nothing can be
+  /// Lets the file pass and returns what it holds, or throws Failure: it cannot be read, or nothing can be
   /// checked with it. `where` is the script line that names it, or empty.
   wiring::ExpectationFacts AdmitFile(const std::string& where, const std::string& file) const;
 

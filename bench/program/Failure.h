@@ -12,15 +12,15 @@ class Failure : public std::runtime_error {
   explicit Failure(const std::string& line);
 };
 
-/// `text` on one line and printable: line ends and what surrounds them become one blank. What it says may
-/// come from a driver or a file.
+/// `text` on one line and printable, because it may come from a driver or a file: line ends, with the blanks
+/// around them, become one blank.
 std::string OneLine(const std::string& text);
 
-/// What the exception says that is being handled; for one that says nothing, that it was of an unknown kind.
+/// The text of the exception that is being handled; for one without a text, that its kind is unknown.
 std::string CurrentExceptionText();
 
-/// Calls into an extension's library. Whatever it throws goes on as a Failure or TKXScriptError of our own,
-/// because an exception object of the library's must not outlive it.
+/// Calls into an extension's library. Whatever that throws is thrown on as a Failure or TKXScriptError of our
+/// own, because an exception object of the library must not outlive it.
 void CallExtension(const std::function<void()>& call);
 
 }  // namespace kxbench

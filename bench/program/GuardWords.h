@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-/// What the working process tells its guard, and what the guard says of it in the end.
+/// What the working process tells its guard, and what the guard reports of it in the end.
 
 namespace kxbench {
 

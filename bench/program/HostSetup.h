@@ -28,8 +28,8 @@ class HostSetup {
   const HostTestEnvironment& TestState() const { return testEnvironment_; }
   const Project& CurrentProject() const { return project_; }
 
-  /// Has the file-name control that the extension hands over show `expression` once a dialog that is opened
-  /// without a file has its data: it asks for the hardware then. Once.
+  /// Puts `expression` into the file-name control that the extension hands over, when a dialog that was
+  /// opened without a file has made its data: it asks for the hardware then. Done once.
   void OfferFileName(std::string expression);
 
   /// The table that an extension's entry gets; `messageWindow` receives its records.

@@ -31,10 +31,10 @@ class WindowUserInterface {
 
 enum class Surface { Terminal, Silent, Windows };
 
-/// Where --progress wants a script's or learning's progress.
+/// Where --progress has the progress of a script or a learning shown.
 Surface SurfaceOf(ProgressChoice choice);
 
-/// The program's talk with its user: the user interface that extensions get, and lines on standard error.
+/// How the program talks to its user: the user interface that extensions get, and lines on standard error.
 class Interaction {
  public:
   /// Sets up the user interface and makes it the one that extensions get. `answer` is given to every question

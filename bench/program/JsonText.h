@@ -9,7 +9,7 @@ namespace kxbench {
 /// A text as a JSON string, in its quotes.
 std::string JsonString(const std::string& utf8);
 
-/// A finite number as JSON writes it, so short that it reads back as the same.
+/// A finite number as JSON writes it, in the shortest form that reads back as the same number.
 std::string JsonNumber(double value);
 
 /// "[1, 2]" of what is JSON already.

@@ -12,7 +12,7 @@ namespace kxbench {
 std::string LearnReport(const std::string& file, const LearnSummary& summary,
                         const wiring::ChannelNames& names = wiring::ChannelNames());
 
-/// What is told before an expectation is replaced: how many pairs differ, and which, a line each.
+/// What is printed before an expectation is replaced: how many pairs differ, and which, a line each.
 std::vector<std::string> DifferenceLines(const std::string& file, const LearnDifference& difference,
                                          const wiring::ChannelNames& names = wiring::ChannelNames());
 

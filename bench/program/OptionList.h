@@ -10,7 +10,7 @@ namespace kxbench {
 
 enum class Needed { Yes, No };
 
-/// A word on the command line that is no option, such as FILE.
+/// A word on the command line that is not an option, such as FILE.
 struct CommandArgument {
   std::string name;
   std::string description;
@@ -18,8 +18,8 @@ struct CommandArgument {
   std::function<void(const std::string& value)> read;
 };
 
-/// An option of a command. All options are found before and after the command's name, so one that two
-/// commands have must take a value in both, or in neither.
+/// An option of a command. Options may stand before the command's name, so one that two commands have must
+/// take a value in both or in neither.
 struct CommandOption {
   std::string name;  ///< "--format"; with a short form "-o,--output"
   std::string type;  ///< what its value is, "report|records"; empty for an option without a value

@@ -7,7 +7,7 @@
 
 namespace kxbench {
 
-/// The user would not wait for results to be read.
+/// Thrown when the user does not want to wait until the results are read.
 class OutputAbandoned : public Failure {
  public:
   OutputAbandoned() : Failure("cancelled: nobody read standard output") {}

@@ -28,11 +28,11 @@ Record ParseRecord(const std::string& line);
 /// Reads a number with a decimal comma or point; no value when the text is anything else.
 std::optional<double> NumberOf(const std::string& text);
 
-/// True when a record's text tells of a defect: it begins with "Spannung an Kanal ", "fehlende Verbindung
+/// True when a record's text reports a defect: it begins with "Spannung an Kanal ", "fehlende Verbindung
 /// zwischen " or "Kurzschluss zwischen ".
 bool TellsOfADefect(const std::string& text);
 
-/// True when the record tells of a defect, its value lies outside its limits, or it cannot be read, because
+/// True when the record reports a defect, its value lies outside its limits, or it cannot be read, because
 /// what cannot be read cannot be good.
 bool IsFinding(const Record& record);
 

@@ -8,10 +8,10 @@
 
 namespace kxbench {
 
-/// The diagnosis of what the records of a check tell, without a device. What they do not tell is among the
+/// The diagnosis of what the records of a check show, without a device. What they do not show is among the
 /// gaps: a check that ended at its limit of findings, or at a voltage, has not measured the rest; a record of
-/// a short circuit names a whole net, and not which part of a broken one. Throws Failure when the records do
-/// not belong to the expectation.
+/// a short circuit names a whole net, not the part of a broken one that is shorted. Throws Failure when the
+/// records do not belong to the expectation.
 DeviceDiagnosis DiagnosisOfRecords(const std::vector<Record>& records, const wiring::ExpectationFacts& facts,
                                    diagnosis::Observation observation);
 

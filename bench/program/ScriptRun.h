@@ -27,7 +27,7 @@ struct StepResult {
   ExitStatus Status() const;
 };
 
-/// What a run tells while it goes on.
+/// What a run reports while it goes on.
 class RunObserver {
  public:
   virtual ~RunObserver();
@@ -40,7 +40,7 @@ class RunObserver {
 
 /// The host as the run sees it.
 struct RunHost {
-  std::function<bool()> cancelled;               ///< the command told of a cancel, or the user interrupted
+  std::function<bool()> cancelled;               ///< the command reported a cancel, or the user interrupted
   std::function<void()> rethrowKept;             ///< throws what failed while a record was received
   std::function<void(const std::string&)> tell;  ///< shows the user one line
   std::function<void(const ScriptStep&)>

@@ -40,8 +40,8 @@ int WriteToOutput(std::string_view text);
 /// True when standard output is a terminal that shows colours, and the user did not refuse them (NO_COLOR).
 bool OutputShowsColours();
 
-/// Opens what the program was started without of standard input, output and error, so that no other file gets
-/// its place; reading and writing there still fail. The first thing to call.
+/// Opens those of standard input, output and error that the program was started without, so that no other
+/// file gets their places; reading and writing there still fail. The first thing to call.
 void OpenStandardStreams();
 
 /// Lets the console show the UTF-8 that the program writes, where it needs to be told.

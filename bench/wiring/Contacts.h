@@ -7,7 +7,7 @@
 
 namespace kxbench::wiring {
 
-/// Where a channel is on the harness, as far as its name tells.
+/// Where a channel is on the harness, as far as its name shows it.
 struct Contact {
   std::string connector;
   std::string pin;

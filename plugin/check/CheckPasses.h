@@ -8,9 +8,9 @@
 inline constexpr double VoltageLimit = 0.7;
 
 /// The four passes of a check. `data` is the expectation, `work` takes what is measured; both cover the same
-/// range. Thresholds are those of `work`, everything else is read from `data`. Each pass returns at its next
-/// progress point when the user cancels; what it entered in `work` stays. Each counts its errors from zero
-/// against MaxError. Hardware errors pass through; the driver of the check opens the relays.
+/// range. The thresholds are those of `work`; everything else is read from `data`. Each pass returns at its
+/// next progress point when the user cancels; what it entered in `work` stays. Each counts its errors from
+/// zero against MaxError. Hardware errors pass through; the driver of the check opens the relays.
 
 /// Continuity: measures every pair that is expected to be connected and not yet settled. Returns the number
 /// of open connections found; ends at once, with two channels left switched on, when that reaches MaxError.

@@ -12,7 +12,7 @@
 /// resistor is off, the windows are enabled again and the dialog is closed; the host's TestEnvironment is
 /// told when the user pressed "Abbrechen". A cancelled check sends no records, and neither does one that
 /// fails. Throws what the hardware throws (TShortTestHWException) and what the user interface throws; and
-/// std::logic_error, with nothing done, when it is called out of a running check or learning.
+/// std::logic_error, with nothing done, when it is called from within a running check or learning.
 ///
 /// Runs on the host's user-interface thread, which is kept alive at the progress points.
 void RunShortTest(const TShortTestData& data);

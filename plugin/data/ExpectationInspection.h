@@ -7,12 +7,12 @@
 
 namespace shorttest {
 
-/// What can be told of an expectation file before it is trusted. The reader takes any file as it stands, see
-/// docs/expectation-file.md; this tells how much of what it then holds was really in the file.
+/// What can be said of an expectation file before it is trusted. The reader takes any file as it stands, see
+/// docs/expectation-file.md; this says how much of what it then holds was really in the file.
 ///
-/// An undamaged file has a readable start and end that hold a channel, nothing missing or unreadable, a
-/// block, as many whole rows as channels and no strange cell. The reverse does not hold: a digit that became
-/// another state cannot be told.
+/// An undamaged file has a readable range of at least one channel, nothing missing or unreadable, a block, as
+/// many whole rows as channels and no strange cell. The reverse does not hold: a digit that has become
+/// another state cannot be noticed.
 struct ExpectationInspection {
   bool startReadable = false;  ///< the key START is there and its value is an integer as a whole
   bool endReadable = false;    ///< the same for ENDE

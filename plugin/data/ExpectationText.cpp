@@ -49,7 +49,8 @@ void SkipToData(TextReader& reader) {
   }
 }
 
-// Neither characters nor line lengths are checked: a short line's break is read as cells. This is meant.
+// Neither characters nor line lengths are checked, so a short line's break is read as cells: every file, also
+// a damaged one, means what it has always meant.
 void ReadCells(TextReader& reader, TConnections& connections) {
   for (auto& row : connections) {
     for (TConnectionCell& cell : row) cell = {StateOf(reader.ReadCharacter()), NoResistance};

@@ -8,7 +8,7 @@
 
 namespace shorttest {
 
-/// What the grid tells of a cell (UTF-8, German, two lines): the channels with their names, the lower one
+/// What the grid says of a cell (UTF-8, German, two lines): the channels with their names, the lower one
 /// first; the state in words; the resistance, where the cell is one of a pair. `column` and `row` are matrix
 /// indices, and the two halves of the square are the same. REQUIRES: both from 0 to `data.Highconnections()`.
 std::string CellDescription(const TShortTestData& data, std::int32_t column, std::int32_t row,

@@ -25,7 +25,7 @@ class EditorDialog : public wxDialog {
   /// Attaches arrow buttons to an edit; the dialog keeps the pair.
   UpDownEdit* AddUpDown(wxTextCtrl& edit, const NumberLimits& limits, std::int32_t position);
 
-  /// Lets Alt and the letter behind the "&" in `caption` move the keyboard to `target`. Of several controls
+  /// Lets Alt and the letter after the "&" in `caption` move the keyboard to `target`. Of several controls
   /// with the same letter each press takes the next one.
   void AddAccelerator(const wxString& caption, wxWindow& target);
 
@@ -33,8 +33,8 @@ class EditorDialog : public wxDialog {
   /// window comes to the front.
   void OnLeave(wxWindow& control, std::function<void()> handler);
 
-  /// `handler` runs when the keyboard has come to another control of this dialog, once the one before was
-  /// left: with null for a control that does not tell.
+  /// `handler` runs when the keyboard has come to another control of this dialog, after the previous one was
+  /// left: with null for a control that does not report it.
   void OnEnter(std::function<void(const wxWindow*)> handler) { enterHandler_ = std::move(handler); }
 
   /// The control that had the keyboard is left.

@@ -14,20 +14,20 @@
 
 namespace shorttest {
 
-/// What their number fields can hold: a waiting time (ms) or a number of errors outside is clipped when the
-/// data is shown, in the data too.
+/// What the number fields of waiting time (ms) and number of errors can hold: a value outside is clipped when
+/// the data is shown, in the data too.
 inline constexpr NumberLimits TimeoutLimits{0, 10000, 1000};
 inline constexpr NumberLimits MaxErrorLimits{1, 10000};
 
-/// What the editor dialog edits: an expectation, and what of the user's typing has not become part of it.
-/// Holds the rules of the dialog, free of any toolkit; the dialog shows.
+/// What the editor dialog edits: an expectation, and what the user typed that has not become part of it.
+/// Holds the rules of the dialog, free of any toolkit; the dialog only shows.
 ///
 /// There may be no data, before New or Open and after an Open that failed. What changes the data then does
 /// nothing, unless it says otherwise. `text` is always what the user typed (UTF-8). Errors in it
 /// are thrown as WrongItem (ConversionError, ChannelRangeError); the data keeps its value.
 class ExpectationDocument {
  public:
-  /// The data; null when there is none.
+  /// The data, owned by the document; null when there is none.
   const TShortTestData* Data() const { return data_.get(); }
 
   // --- life ---
@@ -64,9 +64,9 @@ class ExpectationDocument {
   void SetTimeout(std::int32_t ms);
   void SetMaxError(std::int32_t count);
 
-  /// The lower threshold (Ohm) at every key: an empty text changes nothing.
+  /// The lower threshold (Ohm) at every key press: an empty text changes nothing.
   void TypeLowerThreshold(const std::string& text);
-  /// And when it is left: an empty text has no meaning and is the error that any other text is.
+  /// The same when its field is left: an empty text is the error that any other text but a number is.
   void LeaveLowerThreshold(const std::string& text);
   std::string LowerThresholdText() const;
 
@@ -100,8 +100,8 @@ class ExpectationDocument {
   /// and the texts are rejected.
   void TakeTexts(const ConnectionTexts& typed);
 
-  /// Runs `learn` on the data. What it leaves behind when it throws, or was stopped, is given up: the
-  /// document is then what it was. The outcome is that of `learn`. REQUIRES: data.
+  /// Runs `learn` on the data. When it throws or is stopped, what it entered is given up: the document is
+  /// then what it was. The outcome is that of `learn`. REQUIRES: data.
   LearnOutcome Learn(const std::function<LearnOutcome(TShortTestData& data)>& learn);
 
   // --- before data is used ---
@@ -111,8 +111,8 @@ class ExpectationDocument {
 
   /// Throws when the data is not what the dialog shows, so that it must not be written: no data
   /// (std::runtime_error), a first channel above the last (std::invalid_argument), texts that were rejected,
-  /// or that name channels outside a range changed since (WrongItem). Texts that were not taken yet are
-  /// taken; so are connections that a change of the range gave up, and the texts still name.
+  /// or that name channels outside a range changed since (WrongItem). Takes texts that were not taken yet,
+  /// and connections that a change of the range gave up and the texts still name.
   void RequireComplete(const ConnectionTexts& typed);
 
  private:
@@ -122,7 +122,7 @@ class ExpectationDocument {
 
   std::unique_ptr<TShortTestData> data_;
   ConnectionTexts known_;                      // as shown or taken last
-  std::optional<TShortTestData> beforeRange_;  // as it was when the first key changed the range
+  std::optional<TShortTestData> beforeRange_;  // as it was before the first key press changed the range
   bool upperFollowsLower_ = false;             // the upper threshold was left, or shown, empty
   bool rejected_ = false;                      // the texts held a wrong item when they were read
   bool rangeChanged_ = false;                  // since the texts were read or shown

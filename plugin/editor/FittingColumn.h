@@ -7,9 +7,9 @@
 
 namespace shorttest {
 
-/// A column of controls that stays in sight where its window is low: the gaps between its rows shrink, and
-/// when that is not enough, it scrolls. The scroll bar gets room of its own beside the controls. The mouse
-/// wheel scrolls the column; it changes a control only where that has the keyboard.
+/// A column of controls that can be reached in a low window, too: the gaps between its rows shrink, and when
+/// that is not enough, it scrolls. The scroll bar gets room of its own beside the controls. The mouse wheel
+/// scrolls the column; it changes only the control that has the keyboard.
 class FittingColumn : public wxScrolledWindow {
  public:
   explicit FittingColumn(wxWindow& parent);

@@ -148,8 +148,8 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
   void LeaveText();
   void ForgetReplacedChannel(const wxWindow* entered);
 
-  /// What comes before the data is used: the control that has the keyboard counts as left. False when that is
-  /// an error, of which the user is told later.
+  /// Comes before the data is used: the control that has the keyboard counts as left. False when leaving it
+  /// is an error, which the user gets to see later.
   bool TakeOverControl();
   /// The same before it is written; throws what keeps it from that.
   bool IsReadyToWrite();
@@ -161,9 +161,9 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
     std::optional<shorttest::ItemPlace> place;
   };
 
-  /// Runs a handler; what it throws goes to the user.
+  /// Runs a handler; what it throws is shown to the user.
   void Handle(const std::function<void()>& handler);
-  /// The same for a click, which an error on the way to it cancels.
+  /// The same for a click; an error in the control that the click left cancels it.
   void HandleClick(const std::function<void()>& handler);
   void ReportError(Report report);
   void ShowReport(const Report& report);
@@ -180,7 +180,7 @@ class TShortTestForm : public TKXEditorForm, public shorttest::EditorControls {
   std::unique_ptr<NativeWindow> window_;
   std::vector<Report> pendingErrors_;
   std::optional<shorttest::ConnectionTexts> reportedTexts_;  // whose wrong item has been selected
-  std::string replacedChannel_;  // of a number that the range fields cannot hold, just left
+  std::string replacedChannel_;  // text of a range field just left, of a number that it cannot hold
   int modalResult_ = 0;
   bool learning_ = false;
 };

@@ -21,8 +21,8 @@ GridColour ColourOfState(CellState state);
 /// Colour of every cell while there is no data.
 inline constexpr GridColour NoDataColour{0, 0, 255};
 
-/// Width (or height) of a grid cell, without its line, so that `count` cells with a line of `lineWidth`
-/// behind each fit into `extent`; 0 when there is no room for more than the line, and without cells.
+/// Width (or height) of a grid cell, without its line, so that `count` cells with a line of `lineWidth` after
+/// each fit into `extent`; 0 when there is no room for more than the line, and without cells.
 int GridCellSize(int extent, int count, int lineWidth);
 
 /// A rectangle of grid cells, ends included.

@@ -5,7 +5,7 @@
 
 namespace shorttest {
 
-/// What a number field's arrows can reach, and how far one step goes.
+/// What a number field's arrows can reach, and the size of one step.
 struct NumberLimits {
   std::int32_t minimum;
   std::int32_t maximum;

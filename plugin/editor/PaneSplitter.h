@@ -4,8 +4,8 @@
 
 namespace shorttest {
 
-/// Two panes with a sash that moves live. A window made too small for them pushes the sash; made large again,
-/// it has the sash where the user, or the layout, put it.
+/// Two panes with a sash that moves live. A window that is made too small for them pushes the sash; when it
+/// is large again, the sash is where the user, or the layout, had put it.
 class PaneSplitter : public wxSplitterWindow {
  public:
   explicit PaneSplitter(wxWindow* parent);

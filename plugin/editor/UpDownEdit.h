@@ -32,7 +32,7 @@ class UpDownEdit {
   /// can. Nobody is told of the change.
   void Show(std::int32_t position, const std::string& text);
 
-  /// Shows the text that stands for what the edit was left with.
+  /// Shows another text for what the edit was left with.
   void ShowText(const std::string& text) { Show(Position(), text); }
 
   std::int32_t Minimum() const { return position_.Limits().minimum; }

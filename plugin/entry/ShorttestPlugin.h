@@ -33,7 +33,7 @@ class TKXShortTestCommand : public TKXFuncRunEdit {
   /// Loads the expectation, has the host bring the hardware into a usable state, and checks. Findings go to
   /// the host as records. Throws what the file (std::system_error), the host and the hardware
   /// (TShortTestHWException) throw; a file that cannot be read stops it before anything else has happened,
-  /// and so does a check or a learning that this call came out of (std::logic_error).
+  /// and so does a running check or learning from within which it is called (std::logic_error).
   void Run(const TParamList& params) override;
 };
 

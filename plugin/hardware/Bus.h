@@ -44,9 +44,9 @@ bool InitHardware();
 void ResetHardware();
 
 /// Closes the auxiliary relays of the measurement set-up on every card that the range of `data` needs. With
-/// `resetFirst` every relay of these cards is opened before; without it the channels' relays stay as they
-/// are. Throws std::out_of_range, before any call of the driver, when `data.bis` is past the 3,072 channels
-/// that the bus has addresses for.
+/// `resetFirst` every relay of these cards is opened first; without it the channels' relays stay as they are.
+/// Throws std::out_of_range, before any call of the driver, when `data.bis` is past the 3,072 channels that
+/// the bus has addresses for.
 void PrepareCards(const TShortTestData& data, bool resetFirst);
 
 /// Opens every relay of every card that the range of `data` needs. Never throws: it serves clean-ups, where a

@@ -24,7 +24,7 @@ class LastCleanUp {
   LastCleanUp* outer_;
 };
 
-/// Runs what is in force, the innermost first, each once. For whoever learns that the process is about to
+/// Runs what is in force, the innermost first, each once. For whoever finds out that the process is about to
 /// end.
 void RunLastCleanUps() noexcept;
 

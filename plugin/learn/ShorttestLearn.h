@@ -5,7 +5,7 @@
 
 namespace shorttest {
 
-/// How a learning ended that nothing made fail.
+/// How a learning that did not fail has ended.
 enum class LearnOutcome {
   Learned,  ///< carried to its end
   Stopped,  ///< by the user, through `progress` or the message about a reading near the threshold
@@ -25,9 +25,10 @@ bool HasChannelsFor(const TShortTestData& data);
 /// and channels in any other state stay. Each pass stops at its first progress call that answers true; pairs
 /// not reached stay Unknown.
 /// On every way out all lines are reset, the terminating resistor is switched off and `progress` is called
-/// with 1.0, its answer ignored. Stopped when `progress` asked for it once before, or the user cancelled at a
-/// reading near the threshold. Throws what the hardware throws (TShortTestHWException), with all findings so
-/// far kept; and std::logic_error, with nothing done, when it is called out of a running check or learning.
+/// with 1.0, its answer ignored. Returns Stopped when an earlier call of `progress` asked to stop, or the
+/// user cancelled at a reading near the threshold. Throws what the hardware throws (TShortTestHWException),
+/// with all findings so far kept; and std::logic_error, with nothing done, when it is called from within a
+/// running check or learning.
 shorttest::LearnOutcome LearnConnections(TShortTestData& data, const shorttest::ProgressFunction& progress);
 
 /// The steps of LearnConnections, in this order. They do not clean up after themselves.

@@ -38,7 +38,7 @@ bool HasDigitsAlone(const TShortTestData& data) {
 }
 
 // Saving keeps a line of others that contains the header, and the reader then takes that one. Only the
-// block's own header has nothing but state digits behind it.
+// block's own header has nothing but state digits after it.
 bool BlockIsFoundFirst(const TShortTestData& data, const std::string& saved) {
   const std::size_t blockSize =
       DataHeader.size() + 2 + data.connections.size() * (data.connections.size() + 2);

@@ -8,7 +8,7 @@
 #include "contracts/BrenmorHWDevice.h"
 
 // A driver of somebody else's, as a library of its own: one card, no device. It writes each call as a line
-// into the file that FOREIGN_TRACE names; behind free_mem stands the number of texts that are left. With
+// into the file that FOREIGN_TRACE names; after free_mem comes the number of texts that are left. With
 // FOREIGN_ERROR in the environment its first write fails.
 
 namespace {

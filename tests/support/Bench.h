@@ -24,7 +24,7 @@ class Bench : public ::testing::Test {
   FakeDriver driver{log};
 };
 
-/// Runs `action` and returns the message of the TShortTestHWException it raises; "" when it raises none.
+/// Runs `action` and returns the message of the TShortTestHWException that it throws; "" when it throws none.
 template <typename Action>
 std::string HardwareErrorOf(Action action) {
   try {

@@ -11,7 +11,7 @@ struct EncodingCase {
   const char* text;
 };
 
-// Adjacent literals keep an escape from swallowing the letters behind it.
+// Adjacent literals keep an escape from swallowing the letters after it.
 class Encoding : public ::testing::TestWithParam<EncodingCase> {};
 
 TEST_P(Encoding, IsRecognised) { EXPECT_EQ(FileTextToUtf8(GetParam().bytes), GetParam().text); }

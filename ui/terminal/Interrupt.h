@@ -25,8 +25,8 @@ class InterruptWatch {
   static void Interrupt();
 };
 
-/// Starts a thread that no signal is delivered to: they are for the main thread, whose waiting they end. The
-/// thread is left to itself.
+/// Starts a thread to which no signal is delivered: signals are for the main thread, whose waiting they end.
+/// The thread is left to itself.
 void StartUnsignalled(std::function<void()> work);
 
 }  // namespace kxbench

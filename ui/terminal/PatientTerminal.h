@@ -7,12 +7,12 @@
 
 namespace kxbench {
 
-/// A terminal that nobody has to wait for: what is written to it goes to another one on a thread of its own.
+/// A terminal that nobody has to wait for: a thread of its own writes to another one, which may block.
 class PatientTerminal : public Terminal {
  public:
   explicit PatientTerminal(std::unique_ptr<Terminal> inner);
 
-  /// Waits until everything but what was drawn is written; a second interrupt ends that (see InterruptWatch).
+  /// Waits until everything but drawings is written; a second interrupt ends the wait (see InterruptWatch).
   ~PatientTerminal() override;
   PatientTerminal(const PatientTerminal&) = delete;
   PatientTerminal& operator=(const PatientTerminal&) = delete;

@@ -5,8 +5,8 @@
 
 namespace kxbench {
 
-/// `text`, which is somebody else's, such that showing it cannot do anything to a terminal: each control
-/// character but the line feed, and each byte that is no UTF-8, has become a question mark, a tab a blank.
+/// `text`, which is somebody else's, made harmless to a terminal: each control character but the line feed,
+/// and each byte that is not UTF-8, has become a question mark, a tab a blank.
 std::string Printable(std::string_view text);
 
 }  // namespace kxbench

@@ -17,7 +17,7 @@ struct Supervision {
   /// The answer to every question that offers it, given without asking; none: the user is asked.
   std::optional<int> answer;
 
-  /// Where a question that was not asked is told of, with its text and answer.
+  /// Gets the text and the answer of each question that was not asked.
   std::function<void(const std::string&)> warn;
 };
 

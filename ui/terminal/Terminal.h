@@ -12,20 +12,21 @@ class Terminal {
  public:
   virtual ~Terminal() = default;
 
-  /// Writes UTF-8 text to standard error; the order of what is written stays. A terminal that is gone is
-  /// passed over: what runs must still reach its end.
+  /// Writes UTF-8 text to standard error, in the order of the calls. That the terminal is gone is no error:
+  /// what runs must still reach its end.
   virtual void Write(std::string_view text) = 0;
 
-  /// Writes what only shows how far something is: it may get lost.
+  /// Writes what only shows progress: it may get lost.
   virtual void Draw(std::string_view text) = 0;
 
-  /// True when it has taken what was written so far. What is only to show progress is left out until then.
+  /// True when the terminal has taken what was written so far. Until then progress is left out.
   virtual bool Ready() const = 0;
 
-  /// Waits a little for the terminal to take what was written, for what is written elsewhere to come later.
+  /// Waits a little for the terminal to take what was written, so that what is written elsewhere comes after
+  /// it.
   virtual void Settle() = 0;
 
-  /// True when a line that was written can be overwritten: standard error is a terminal, and no dumb one.
+  /// True when a line that was written can be overwritten: standard error is a terminal, and not a dumb one.
   virtual bool CanRedraw() const = 0;
 
   /// True when somebody can be asked: standard input and standard error are terminals.

@@ -7,7 +7,7 @@
 
 namespace kxbench {
 
-/// Closes dialogs when the program is to end: a modal dialog waits for its user alone, and nobody else asks.
+/// Closes dialogs when the program is to end: a modal dialog waits only for its user.
 class InterruptCloser : public wxEvtHandler {
  public:
   /// From now on, once `interrupted` holds, the modal dialog in front is closed as by its close box, and so

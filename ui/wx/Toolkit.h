@@ -6,7 +6,7 @@
 
 namespace kxbench {
 
-/// The toolkit inside a program that is not one of its own: an application object and an event loop that is
+/// The toolkit inside a program that was not written for it: an application object and an event loop that is
 /// active, though nobody runs it, so that modeless windows paint and react whenever events are dispatched.
 /// One at a time.
 class Toolkit {

@@ -19,7 +19,7 @@ constexpr int Lf = 218;
 
 struct BlockCase {
   const char* name;
-  std::string file;  // behind a range of channels 1 to 4
+  std::string file;  // after a range of channels 1 to 4
   StateRows states;
 };
 
@@ -121,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(LineBreaks, ExpectationFileBlock,
                                          BlockCase{"Mixed", "[DATEN]\r8888\n2888\r\n1188\r1138\n", Whole}),
                          CaseName());
 
-// The block begins behind the first line that contains the text, wherever it stands.
+// The block begins after the first line that contains the text, wherever it is.
 INSTANTIATE_TEST_SUITE_P(
     Header, ExpectationFileBlock,
     testing::Values(

@@ -11,7 +11,7 @@ namespace data_test {
 /// What a file says, read a second time: slow, character by character, and sharing nothing with the reader
 /// under test.
 struct PlainExpectation {
-  /// Stands for a cell that lies behind the end of the file; any state that is not defined will do there.
+  /// Stands for a cell that lies past the end of the file; any state that is not defined will do there.
   static constexpr int BehindTheEnd = -1;
 
   std::int32_t von = 0;

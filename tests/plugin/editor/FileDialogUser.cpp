@@ -60,7 +60,7 @@ bool TypeName(const std::string& name) {
   for (int tries = 0; tries < Tries; ++tries) {
     widget_test::SelectAll();
     Type(name);
-    Press(WXK_DELETE);  // what the dialog has added behind the caret
+    Press(WXK_DELETE);  // what the dialog has added after the caret
     if (WaitFor([&name] { return TextOfFocusedEntry() == name; }, PatienceMs)) return true;
   }
   return false;
