@@ -222,7 +222,7 @@ std::variant<Chosen, Information> ParseCommandLine(std::vector<std::string> argu
   const std::map<std::string, CommandOption> options = AllOptions(declared);
   const Typed typed = TakeApart(std::move(arguments), options);
 
-  if (typed.version) return Information{std::string(ProgramName) + " " KXBENCH_VERSION "\n"};
+  if (typed.version) return Information{std::string(ProgramName) + " " + KXBENCH_VERSION + "\n"};
   if (typed.words.empty()) {
     if (typed.help) return Information{ProgramHelp(declared)};
     if (!typed.unknown.empty()) FailUnknownOption(typed.unknown.front(), nullptr, declared);

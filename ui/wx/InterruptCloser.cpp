@@ -3,8 +3,6 @@
 #include <wx/dialog.h>
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 
 #include "ui/wx/MessageBox.h"
 
@@ -30,10 +28,8 @@ void InterruptCloser::Watch(bool (*interrupted)()) {
 }
 
 void InterruptCloser::Ask(const std::stop_token& stop, bool (*interrupted)()) {
-  std::mutex mutex;
-  std::condition_variable_any stopped;
-  std::unique_lock lock(mutex);
-  while (!stopped.wait_for(lock, stop, AskEvery, [&stop] { return stop.stop_requested(); })) {
+  std::unique_lock lock(waiting_);
+  while (!stopped_.wait_for(lock, stop, AskEvery, [&stop] { return stop.stop_requested(); })) {
     if (interrupted()) CallAfter(&InterruptCloser::CloseFrontDialog);
   }
 }

@@ -2,6 +2,8 @@
 
 #include <wx/event.h>
 
+#include <condition_variable>
+#include <mutex>
 #include <stop_token>
 #include <thread>
 
@@ -19,6 +21,8 @@ class InterruptCloser : public wxEvtHandler {
   void Ask(const std::stop_token& stop, bool (*interrupted)());
   static void CloseFrontDialog();
 
+  std::mutex waiting_;
+  std::condition_variable_any stopped_;
   std::jthread asking_;  // the last member: it ends before the others go
 };
 
