@@ -21,12 +21,9 @@ const char* const Title = "Kurzschlusstest";  // of both dialogs
 constexpr int TextPage = 0;
 constexpr int GridPage = 1;
 
-// A new expectation on hardware that cannot discharge a device by itself.
 void NewExpectation(PictureStudio& studio, const char* name) {
-  studio.Driver().Generation(1);
   studio.UseNewFile();
   studio.Edit([&] { studio.Picture(Title, name); });
-  studio.Driver().Generation(2);
 }
 
 // Groups with names, a blocked point and a skipped pair.
