@@ -1,6 +1,7 @@
 #include "plugin/editor/EditorDialog.h"
 
 #include <wx/button.h>
+#include <wx/eventfilter.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -35,6 +36,27 @@ bool PressesButtons(int key) {
 }
 
 }  // namespace
+
+// Takes the keys before any control does: on Windows a button keeps Enter from the dialog. Boxes above the
+// dialog keep their keys.
+class EditorDialog::PressingKeyFilter : public wxEventFilter {
+ public:
+  explicit PressingKeyFilter(EditorDialog& dialog) : dialog_(dialog) { wxEvtHandler::AddFilter(this); }
+  ~PressingKeyFilter() override { wxEvtHandler::RemoveFilter(this); }
+  PressingKeyFilter(const PressingKeyFilter&) = delete;
+  PressingKeyFilter& operator=(const PressingKeyFilter&) = delete;
+
+  int FilterEvent(wxEvent& event) override {
+    if (event.GetEventType() != wxEVT_CHAR_HOOK) return Event_Skip;
+    auto* const window = dynamic_cast<wxWindow*>(event.GetEventObject());
+    const bool isOurs = window != nullptr && wxGetTopLevelParent(window) == &dialog_;
+    return isOurs && PressesButtons(static_cast<const wxKeyEvent&>(event).GetKeyCode()) ? Event_Processed
+                                                                                        : Event_Skip;
+  }
+
+ private:
+  EditorDialog& dialog_;
+};
 
 EditorDialog::EditorDialog(const wxString& caption)
     : wxDialog(nullptr, wxID_ANY, caption, wxDefaultPosition, wxDefaultSize,
@@ -79,6 +101,10 @@ void EditorDialog::TakeOverControl() {
   if (leaving != leaveHandlers_.end()) leaving->second();
 }
 
+void EditorDialog::IgnorePressingKeys(bool ignored) {
+  ignoredKeys_ = ignored ? std::make_unique<PressingKeyFilter>(*this) : nullptr;
+}
+
 void EditorDialog::LeaveControl() {
   const auto leaving = leaveHandlers_.find(std::exchange(current_, nullptr));
   if (leaving != leaveHandlers_.end()) leaving->second();
@@ -98,7 +124,6 @@ void EditorDialog::Enter(const wxWindow* control) {
 }
 
 void EditorDialog::OnCharHook(wxKeyEvent& event) {
-  if (ignoresPressingKeys_ && PressesButtons(event.GetKeyCode())) return;
   if (event.GetKeyCode() == WXK_F1 && helpHandler_) {
     helpHandler_();
   } else if (const auto forward = PageDirection(event); forward && pageHandler_) {

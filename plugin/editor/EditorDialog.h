@@ -44,7 +44,7 @@ class EditorDialog : public wxDialog {
   void TakeOverControl();
 
   /// While `ignored`, Enter and the space bar press no button; Escape and the mouse do.
-  void IgnorePressingKeys(bool ignored) { ignoresPressingKeys_ = ignored; }
+  void IgnorePressingKeys(bool ignored);
 
   /// `handler` runs when the user presses F1.
   void OnHelpKey(std::function<void()> handler) { helpHandler_ = std::move(handler); }
@@ -57,6 +57,8 @@ class EditorDialog : public wxDialog {
   void ForgetControl() { current_ = nullptr; }
 
  private:
+  class PressingKeyFilter;
+
   void OnChildFocus(wxChildFocusEvent& event);
   void OnKillFocus(wxFocusEvent& event);
   void OnCharHook(wxKeyEvent& event);
@@ -71,7 +73,7 @@ class EditorDialog : public wxDialog {
   std::function<void()> helpHandler_;
   std::function<void(bool)> pageHandler_;
   wxWindow* current_ = nullptr;
-  bool ignoresPressingKeys_ = false;
+  std::unique_ptr<PressingKeyFilter> ignoredKeys_;
 };
 
 }  // namespace shorttest

@@ -3,6 +3,7 @@
 #ifdef _WIN32
 
 #include <windows.h>
+#include <wx/defs.h>
 
 #include <array>
 
@@ -23,6 +24,19 @@ std::optional<std::string> TextOfFocusedEntry() {
 }
 
 bool HasKeyboard() { return GetFocus() != nullptr; }
+
+bool PressUnknownToSimulator(int key) {
+  if (key != WXK_NUMPAD_ENTER) return false;  // pressed as F3
+  std::array<INPUT, 2> inputs{};
+  for (INPUT& input : inputs) {
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = VK_RETURN;
+    input.ki.dwFlags = KEYEVENTF_EXTENDEDKEY;  // the one of the number pad
+  }
+  inputs[1].ki.dwFlags |= KEYEVENTF_KEYUP;
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+  return true;
+}
 
 void SynchroniseScreen() {}
 
@@ -99,6 +113,8 @@ const Keys& KeysSoFar() {
 }  // namespace
 
 bool HasKeyboard() { return ActiveWindow() != nullptr; }
+
+bool PressUnknownToSimulator(int) { return false; }
 
 void SynchroniseScreen() {
   static const auto screen = Native<void* (*)()>("gdk_display_get_default");

@@ -13,6 +13,10 @@ std::optional<std::string> TextOfFocusedEntry();
 /// Whether a window of this program has the keyboard.
 bool HasKeyboard();
 
+/// Presses a key that the toolkit's simulator takes for another one on this system. False for all others:
+/// those are left to the simulator.
+bool PressUnknownToSimulator(int key);
+
 /// Waits until the screen has done all that it was told; what comes of it is then among the program's events.
 void SynchroniseScreen();
 

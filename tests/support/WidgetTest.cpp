@@ -147,7 +147,9 @@ void TurnWheelOver(wxWindow& window) {
 }
 
 void Press(int key, int modifiers) {
-  PressSeen([key, modifiers](wxUIActionSimulator& keyboard) { keyboard.Char(key, modifiers); });
+  PressSeen([key, modifiers](wxUIActionSimulator& keyboard) {
+    if (!PressUnknownToSimulator(key)) keyboard.Char(key, modifiers);
+  });
   Settle();
 }
 

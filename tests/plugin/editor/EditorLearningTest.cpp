@@ -204,7 +204,7 @@ TEST_F(EditorLearning, EnterAndBlanksNeverCancel) {
       EXPECT_TRUE(widget_test::WaitFor([&] { return keys.LastKey() == key; })) << key;
     }
     EXPECT_FALSE(keys.HasArrived());
-    Press(WXK_LEFT);  // other keys do arrive
+    Press(WXK_F3);  // other keys do arrive; Windows keeps the arrows for going from button to button
     EXPECT_TRUE(widget_test::WaitFor([&] { return keys.HasArrived(); }));
   });
   Show([this] {
