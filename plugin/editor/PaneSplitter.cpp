@@ -1,5 +1,7 @@
 #include "plugin/editor/PaneSplitter.h"
 
+#include <algorithm>
+
 #include "plugin/editor/DesignScale.h"
 
 namespace shorttest {
@@ -11,10 +13,10 @@ constexpr int SmallestPane = 40;
 
 PaneSplitter::PaneSplitter(wxWindow* parent)
     : wxSplitterWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_LIVE_UPDATE | wxSP_NOBORDER) {
-  SetMinimumPaneSize(Scaled(*parent, SmallestPane));
   // Before the toolkit fits the sash into the new size: that leaves a sash alone that fits already, and tells
   // of no change. What it tells of is the user's doing.
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    LimitPanes();
     SetSashPosition(wanted_);
     event.Skip();
   });
@@ -32,6 +34,15 @@ void PaneSplitter::SetPanesSideBySide(wxWindow* left, wxWindow* right, int first
 void PaneSplitter::SetPanesOnTopOfEachOther(wxWindow* upper, wxWindow* lower, int firstExtent) {
   wanted_ = firstExtent;
   SplitHorizontally(upper, lower, firstExtent);
+}
+
+// The toolkit leaves a sash where it was, beyond the edge, when there is no room for two of the smallest
+// panes: they give way. Not in a window that has no real size yet.
+void PaneSplitter::LimitPanes() {
+  const int smallest = Scaled(*this, SmallestPane);
+  const wxSize size = GetClientSize();
+  const int extent = GetSplitMode() == wxSPLIT_VERTICAL ? size.x : size.y;
+  SetMinimumPaneSize(std::clamp((extent - GetSashSize()) / 2, smallest / 2, smallest));
 }
 
 }  // namespace shorttest

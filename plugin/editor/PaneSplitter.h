@@ -17,6 +17,8 @@ class PaneSplitter : public wxSplitterWindow {
   void SetPanesOnTopOfEachOther(wxWindow* upper, wxWindow* lower, int firstExtent);
 
  private:
+  void LimitPanes();
+
   int wanted_ = 0;
 };
 

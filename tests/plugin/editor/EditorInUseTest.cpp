@@ -8,6 +8,7 @@
 #include <wx/notebook.h>
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
+#include <wx/utils.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -53,7 +54,18 @@ TEST_F(EditorInUse, PanesComeBackWhenItWasSmallForAWhile) {
 void Drag(const wxWindow& pane, int distance) {
   const wxWindow& splitter = *pane.GetParent();
   const wxPoint sash = splitter.ClientToScreen(wxPoint(pane.GetRect().GetRight() + 2, pane.GetSize().y / 2));
-  wxUIActionSimulator().MouseDragDrop(sash.x, sash.y, sash.x + distance, sash.y);
+  wxUIActionSimulator mouse;
+  // Each step is seen before the next one: Windows takes a mouse that hurries back to where it was.
+  const auto moveTo = [&mouse](const wxPoint& point) {
+    EXPECT_TRUE(WaitFor([&] { return mouse.MouseMove(point) && wxGetMousePosition() == point; }));
+    Settle();
+  };
+  moveTo(sash);
+  mouse.MouseDown();
+  Settle();
+  moveTo(sash + wxPoint(distance, 0));
+  mouse.MouseUp();
+  Settle();
 }
 
 TEST_F(EditorInUse, PanesComeBackAsTheUserArrangedThem) {
