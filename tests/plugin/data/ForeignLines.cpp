@@ -50,7 +50,7 @@ std::vector<std::string> ForeignLines(std::string_view content) {
   for (const std::string& line : Lines(content)) {
     const std::string name = Name(line);
     if (!name.empty() && IsHeader(name)) {
-      const std::string header = name.substr(1, name.rfind(']') - 1);
+      const std::string header = name.substr(1, name.find(']') - 1);
       const bool ours = header == "BEREICH" || header == "OPTION" || header == "DATEN";
       const bool first = header == "DATEN" || metSections.insert(header).second;
       section = ours && first ? header : "";
