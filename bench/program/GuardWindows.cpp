@@ -69,10 +69,10 @@ void WriteMessage(HANDLE pipe, const std::string& text) {
 }
 
 /// A process that this one started, and what it said.
-class Helper {
+class StartedProcess {
  public:
   /// `what` is the first word of its role, `more` the last.
-  Helper(const std::string& what, const std::string& more) {
+  StartedProcess(const std::string& what, const std::string& more) {
     if (!CreatePipe(&reading_, &writing_, nullptr, 0)) CannotGuard();
     const HANDLE self = GetCurrentProcess();
     HANDLE guard = nullptr;
@@ -85,13 +85,13 @@ class Helper {
     CloseHandle(writing_);
     CloseHandle(guard);
   }
-  ~Helper() {
+  ~StartedProcess() {
     CloseHandle(reading_);
     CloseHandle(process_);
     CloseHandle(job_);
   }
-  Helper(const Helper&) = delete;
-  Helper& operator=(const Helper&) = delete;
+  StartedProcess(const StartedProcess&) = delete;
+  StartedProcess& operator=(const StartedProcess&) = delete;
 
   /// False when it has not ended in that time.
   bool EndsWithin(DWORD milliseconds) const {
@@ -167,12 +167,12 @@ std::string OpenInAProcess(const GuardNews& news) {
   try {
     std::string messages = DriverMessage(news.driver);
     for (const std::string& file : news.expectations) messages += ExpectationMessage(file);
-    const Helper helper("open", messages);
-    if (!helper.EndsWithin(LongestOpeningMs)) {
-      helper.End();
+    const StartedProcess started("open", messages);
+    if (!started.EndsWithin(LongestOpeningMs)) {
+      started.End();
       return "the driver does not answer";
     }
-    const std::string answer = helper.Said();
+    const std::string answer = started.Said();
     return answer.empty() ? "the driver ended the process that was to open them" : OneLine(answer);
   } catch (const Failure& failure) {
     return failure.what();
@@ -189,7 +189,7 @@ std::string HowItEnded(DWORD status) {
 
 /// The guard's whole life; the program's exit status.
 int Guard() {
-  const Helper work("work", "");
+  const StartedProcess work("work", "");
   work.EndsWithin(INFINITE);
   const GuardNews said = ReadNews(work.Said());
   if (said.done) return static_cast<int>(work.Status());
