@@ -65,6 +65,7 @@ class Findings {
   /// Merges what the most sparing of `plugs` explain. Equally good ones for the same findings are kept.
   void Explain(std::vector<PlugExplanation> plugs) {
     std::vector<Candidate> candidates;
+    candidates.reserve(plugs.size());
     for (PlugExplanation& plug : plugs) candidates.push_back(CandidateOf(std::move(plug)));
     std::stable_sort(candidates.begin(), candidates.end(),
                      [](const Candidate& a, const Candidate& b) { return a.cost > b.cost; });

@@ -160,6 +160,7 @@ const DeclaredCommand* LookUp(const std::string& name, const std::vector<Declare
 
 [[noreturn]] void FailUnknownCommand(const std::string& name, const std::vector<DeclaredCommand>& commands) {
   std::vector<std::string> known;
+  known.reserve(commands.size());
   for (const DeclaredCommand& declared : commands) known.push_back(declared.command->Name());
   const std::string suggestion = Suggestion(name, known);
   throw Failure("unknown command " + (name.empty() ? "\"\"" : name) +
@@ -200,8 +201,9 @@ void ReadOptions(const DeclaredCommand& declared, const Typed& typed,
     const CommandOption* option = declared.list.Find(name);
     const std::string spoken = Spellings(name).back();
     if (option == nullptr) {
-      throw Failure(spoken + " is an option of " + OwnersOf(name, commands) + ", not of " + command +
-                    SeeHelp(command));
+      std::string fault = spoken + " is an option of " + OwnersOf(name, commands);
+      fault += ", not of " + command + SeeHelp(command);
+      throw Failure(fault);
     }
     if (!option->repeatable && !option->type.empty() && values.size() > 1) {
       throw Failure(spoken + " is given " + std::to_string(values.size()) + " times");

@@ -29,8 +29,10 @@ void TellContradictions(const std::string& file, const wiring::ChannelNames& nam
     for (const std::int32_t channel : all[i].chain) {
       chain += (chain.empty() ? "" : " - ") + names.Labelled(channel);
     }
-    interaction.Tell("warning: " + file + " contradicts itself: " + names.Labelled(all[i].lower) + " and " +
-                     names.Labelled(all[i].higher) + " should not be connected, but " + chain + " should be");
+    std::string line = "warning: " + file + " contradicts itself: ";
+    line += names.Labelled(all[i].lower) + " and " + names.Labelled(all[i].higher);
+    line += " should not be connected, but " + chain + " should be";
+    interaction.Tell(line);
   }
   if (all.size() > MostContradictions) {
     interaction.Tell("warning: " + std::to_string(all.size() - MostContradictions) +

@@ -56,6 +56,7 @@ JsonObject Named(const diagnosis::Fault& fault, const diagnosis::ChannelLabel& l
 std::string JsonFault(const diagnosis::Fault& fault, const std::vector<diagnosis::Fault>& alternatives,
                       const diagnosis::ChannelLabel& label) {
   std::vector<std::string> others;
+  others.reserve(alternatives.size());
   for (const diagnosis::Fault& other : alternatives) others.push_back(Named(other, label).Text());
   JsonObject object = Named(fault, label);
   object.Add("ohm", fault.ohm ? JsonNumber(*fault.ohm) : "null");

@@ -36,12 +36,13 @@ ExpectationGate::ExpectationGate(bool strict, std::function<void(const std::stri
 
 wiring::ExpectationFacts ExpectationGate::AdmitFile(const std::string& where, const std::string& file) const {
   const std::string place = Place(where, file);
-  const wiring::ExpectationFacts facts = Facts(place, file);
+  const std::string warning = "warning: " + place;
+  wiring::ExpectationFacts facts = Facts(place, file);
   if (!facts.refusal.empty()) throw Failure(place + facts.refusal);
   std::string all;
   for (const std::string& doubt : facts.doubts) {
     all += (all.empty() ? "" : "; ") + doubt;
-    if (!strict_) warn_("warning: " + place + doubt);
+    if (!strict_) warn_(warning + doubt);
   }
   if (strict_ && !all.empty()) throw Failure(place + all + " (refused by --strict)");
   return facts;

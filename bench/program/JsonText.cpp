@@ -38,12 +38,14 @@ std::string JsonArray(const std::vector<std::string>& elements) {
 
 std::string JsonChannels(const std::vector<std::int32_t>& channels) {
   std::vector<std::string> numbers;
+  numbers.reserve(channels.size());
   for (const std::int32_t channel : channels) numbers.push_back(std::to_string(channel));
   return JsonArray(numbers);
 }
 
 std::string JsonNets(const std::vector<std::vector<std::int32_t>>& nets) {
   std::vector<std::string> lists;
+  lists.reserve(nets.size());
   for (const auto& net : nets) lists.push_back(JsonChannels(net));
   return JsonArray(lists);
 }

@@ -53,14 +53,14 @@ std::optional<double> OhmOf(const Record& record) {
 }
 
 void AddShort(const Record& record, std::string_view text, std::vector<RecordedShort>& shorts) {
-  auto [net, others] = SidesOf(record, text);
-  const auto same = std::find_if(shorts.begin(), shorts.end(), [&](const RecordedShort& known) {
-    return known.net == net && known.others == others;
+  auto sides = SidesOf(record, text);
+  const auto same = std::find_if(shorts.begin(), shorts.end(), [&sides](const RecordedShort& known) {
+    return known.net == sides.first && known.others == sides.second;
   });
   if (same != shorts.end()) {
     ++same->times;
   } else {
-    shorts.push_back({std::move(net), std::move(others), OhmOf(record), 1});
+    shorts.push_back({std::move(sides.first), std::move(sides.second), OhmOf(record), 1});
   }
 }
 
