@@ -1,0 +1,81 @@
+#include "bench/documents/WiringBuilder.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace kxbench::documents {
+
+std::size_t WiringBuilder::AddPin(const Pin& pin, const Place& place) {
+  const auto [entry, isNew] = numbers_.try_emplace(pin, pins_.size());
+  if (isNew) {
+    connectors_.try_emplace(pin.connector, connectors_.size());
+    pins_.push_back({pin, place});
+    parents_.push_back(entry->second);
+  }
+  return entry->second;
+}
+
+void WiringBuilder::Connect(std::size_t a, std::size_t b, bool wire) {
+  if (wire) ++wires_;
+  const std::size_t first = RootOf(a);
+  const std::size_t second = RootOf(b);
+  parents_[std::max(first, second)] = std::min(first, second);
+}
+
+void WiringBuilder::MakeSplice(const std::string& connector) { splices_.insert(connector); }
+
+void WiringBuilder::NameNet(std::size_t pin, const std::string& name) { names_.emplace_back(pin, name); }
+
+void WiringBuilder::Warn(const Place& place, const std::string& text) { warnings_.push_back({place, text}); }
+
+WiringDocument WiringBuilder::Take() {
+  std::map<std::string, std::size_t> spliceRoots;
+  for (std::size_t pin = 0; pin < pins_.size(); ++pin) {
+    const std::string& connector = pins_[pin].pin.connector;
+    if (!splices_.contains(connector)) continue;
+    const auto [root, isNew] = spliceRoots.try_emplace(connector, pin);
+    if (!isNew) Connect(root->second, pin, false);
+  }
+
+  std::map<std::size_t, std::string> nameOfRoot;
+  for (const auto& [pin, name] : names_) {
+    if (!name.empty()) nameOfRoot.try_emplace(RootOf(pin), name);
+  }
+
+  std::vector<std::size_t> order(pins_.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::stable_sort(order.begin(), order.end(), [this](std::size_t a, std::size_t b) {
+    return connectors_.at(pins_[a].pin.connector) < connectors_.at(pins_[b].pin.connector);
+  });
+
+  WiringDocument document;
+  std::map<std::size_t, std::size_t> netOfRoot;
+  for (const std::size_t pin : order) {
+    if (splices_.contains(pins_[pin].pin.connector)) continue;
+    const std::size_t root = RootOf(pin);
+    const auto [net, isNew] = netOfRoot.try_emplace(root, document.nets.size());
+    if (isNew) {
+      const auto name = nameOfRoot.find(root);
+      document.nets.push_back({name == nameOfRoot.end() ? std::string() : name->second, {}});
+    }
+    document.nets[net->second].pins.push_back(pins_[pin].pin);
+    document.pins.push_back(pins_[pin]);
+  }
+  document.splices = spliceRoots.size();
+  document.connectors = connectors_.size() - spliceRoots.size();
+  document.wires = wires_;
+  document.warnings = std::move(warnings_);
+  *this = WiringBuilder();
+  return document;
+}
+
+std::size_t WiringBuilder::RootOf(std::size_t pin) {
+  while (parents_[pin] != pin) {
+    parents_[pin] = parents_[parents_[pin]];
+    pin = parents_[pin];
+  }
+  return pin;
+}
+
+}  // namespace kxbench::documents
