@@ -30,6 +30,7 @@ struct DrawnPin {
   std::int32_t channel = 0;  ///< 0: not known
   std::string connector;     ///< empty: on none that is known; such pins stand in blocks by channel
   std::string name;          ///< the pin's on its connector; without connector the channel's; may be empty
+  std::string label;         ///< how it is called in texts, "A1-L"; empty: "CONNECTOR.NAME"
   bool suspended = false;    ///< takes no part in a check
 };
 
