@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "bench/documents/Drawing.h"
+#include "bench/documents/DrawingMarks.h"
 
 namespace kxbench::documents {
 
@@ -29,31 +30,36 @@ FaultKind KindOf(const std::string& word) {
 }
 
 /// The diagnosis that was made of the nets in the output, which holds more than its faults do there.
-std::vector<Fault> FaultsOfNets(const json& nets, const HarnessPicture& picture) {
+std::vector<FaultMark> MarksOfNets(const json& nets, const HarnessPicture& picture) {
   diagnosis::Observation observation;
   observation.expected = nets.at("expected").get<diagnosis::Nets>();
   observation.measured = nets.at("measured").get<diagnosis::Nets>();
   if (observation.measured.empty()) return {};  // after a voltage
   std::map<std::int32_t, std::string> names;
+  std::map<std::int32_t, std::string> labels;
   for (const DrawnPin& pin : picture.pins) {
-    if (pin.channel > 0 && !pin.label.empty()) names.emplace(pin.channel, pin.label);
+    if (pin.channel <= 0) continue;
+    labels.emplace(pin.channel, LongPinLabel(pin));
+    if (!pin.label.empty()) names.emplace(pin.channel, pin.label);
   }
   observation.contacts = wiring::ContactsOf(names);
-  std::vector<Fault> faults;
-  for (const diagnosis::Finding& finding : diagnosis::Diagnose(observation).findings) {
-    const diagnosis::Explanation& first = finding.explanations.front();
-    faults.insert(faults.end(), first.begin(), first.end());
-  }
-  return faults;
+  return MarksOf(diagnosis::Diagnose(observation), [&](diagnosis::Channel channel) {
+    const auto label = labels.find(channel);
+    return label == labels.end() ? std::to_string(channel) : label->second;
+  });
 }
 
-FaultMark MarkFromJson(const json& fault, const std::vector<Fault>& known) {
+FaultMark MarkFromJson(const json& fault, const std::vector<FaultMark>& known) {
   FaultMark mark = MarkOf(fault.at("kind").get<std::string>(), fault.at("channels").get<diagnosis::Net>(),
                           fault.at("text").get<std::string>());
-  const auto found = std::find_if(known.begin(), known.end(), [&](const Fault& each) {
-    return each.kind == mark.fault.kind && each.channels == mark.fault.channels;
+  const auto found = std::find_if(known.begin(), known.end(), [&](const FaultMark& each) {
+    return each.fault.kind == mark.fault.kind && each.fault.channels == mark.fault.channels;
   });
-  if (found != known.end()) mark.fault = *found;
+  if (found != known.end()) {
+    mark.fault = found->fault;
+    mark.alternatives = found->alternatives;
+    return mark;
+  }
   for (const json& other : fault.value("alternatives", json::array())) {
     mark.alternatives.push_back("or: " + other.at("text").get<std::string>());
   }
@@ -90,7 +96,7 @@ std::vector<FaultMark> MarksFromJson(const std::string& text, const HarnessPictu
     if (object.value("format", "") != "diagnosis") throw std::runtime_error("it is no diagnosis");
     if (object.value("version", 0) != 1)
       throw std::runtime_error("it is a diagnosis of another version than 1");
-    const std::vector<Fault> known = FaultsOfNets(object.at("nets"), picture);
+    const std::vector<FaultMark> known = MarksOfNets(object.at("nets"), picture);
     std::vector<FaultMark> marks;
     for (const json& fault : object.at("faults")) marks.push_back(MarkFromJson(fault, known));
     return marks;

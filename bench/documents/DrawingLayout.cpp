@@ -26,7 +26,7 @@ constexpr double TextGap = 10;
 constexpr double ChannelMargin = 22;  // between a box and the first track
 constexpr double LeastChannelWidth = 150;
 constexpr double WideTrack = 9;
-constexpr double NarrowTrack = 6.5;
+constexpr double NarrowTrack = 7.5;
 constexpr std::size_t MostWideTracks = 40;
 constexpr double TrackGap = 6;      // between lines on one track
 constexpr double PortShift = 3;     // two nets' ports that face each other
@@ -192,7 +192,7 @@ class Layouter {
 
   void DrawNetLine(std::size_t net, std::optional<std::size_t> track) {
     const std::vector<std::size_t>& pins = picture_.nets[net].pins;
-    DrawnLine line{net, marks_.nets[net], {}, {}, {}};
+    DrawnLine line{net, marks_.nets[net], ColourOf(pins[0], track), {}, {}, {}};
     if (pins.size() == 2) {
       line.branches.push_back({pins, Wire(RowOf(pins[0]).port, RowOf(pins[1]).port, track),
                                marks_.cameOff[pins[0]] || marks_.cameOff[pins[1]]});
@@ -200,6 +200,13 @@ class Layouter {
       DrawTree(pins, TrackX(track.value_or(0)), line);
     }
     layout_.lines.push_back(std::move(line));
+  }
+
+  /// Of a straight line by its row, else by its track, and other than that of the track's line before.
+  std::size_t ColourOf(std::size_t pin, std::optional<std::size_t> track) {
+    constexpr std::size_t nextOnTrack = 3;
+    if (track) return *track + nextOnTrack * linesOnTrack_[*track]++;
+    return static_cast<std::size_t>(RowOf(pin).y / layout_.rowHeight);
   }
 
   std::vector<Point> Wire(const Point& from, const Point& to, std::optional<std::size_t> track) const {
@@ -233,6 +240,7 @@ class Layouter {
   std::vector<std::optional<std::size_t>> netOf_;
   std::vector<Seat> seats_;
   std::vector<std::size_t> nets_;  // those with lines
+  std::map<std::size_t, std::size_t> linesOnTrack_;
   double trackPitch_ = 0;
   double firstTrack_ = 0;
   DrawingLayout layout_;

@@ -55,6 +55,7 @@ struct DrawnBranch {
 struct DrawnLine {
   std::size_t net;
   NetMark mark;
+  std::size_t colour;  ///< neighbours have different numbers
   std::vector<DrawnBranch> branches;
   std::vector<Point> trunk;  ///< two points, or none
   std::vector<Point> dots;
