@@ -10,6 +10,7 @@ std::unique_ptr<Command> MakeDiagnoseCommand();
 std::unique_ptr<Command> MakeRunCommand();
 std::unique_ptr<Command> MakeLearnCommand();
 std::unique_ptr<Command> MakeEditCommand();
+std::unique_ptr<Command> MakeSelfTestCommand();
 std::unique_ptr<Command> MakeInfoCommand();
 
 /// All of them, in the order of the program's help.
