@@ -27,12 +27,14 @@ class Conclusion {
 
  private:
   void Relay(TesterDefectKind kind, std::int32_t channel, std::int32_t line, bool certain = true) {
-    defects_.push_back({kind, CardOfChannel(channel), channel, line, certain, 0.0});
+    AddOnce({kind, CardOfChannel(channel), channel, line, certain, 0.0});
   }
 
   void NotEmpty(std::int32_t channel, bool certain) {
-    const TesterDefect defect{
-        TesterDefectKind::NotEmpty, CardOfChannel(channel), channel, std::nullopt, certain, 0.0};
+    AddOnce({TesterDefectKind::NotEmpty, CardOfChannel(channel), channel, std::nullopt, certain, 0.0});
+  }
+
+  void AddOnce(const TesterDefect& defect) {
     if (std::find(defects_.begin(), defects_.end(), defect) == defects_.end()) defects_.push_back(defect);
   }
 
@@ -52,21 +54,39 @@ class Conclusion {
   /// to a channel of another card with a relay that never opens.
   void JudgeWaysBetweenCards() {
     for (const ChannelReadings& of : readings_.channels) {
-      if (of.from0Anywhere && !of.from0) JudgeWay(of, &ChannelReadings::from0);
-      if (of.from1Anywhere && !of.from1) JudgeWay(of, &ChannelReadings::from1);
-      if (readings_.shortedAcross && of.from0) JudgeWay(of, &ChannelReadings::from1);
+      if (of.from0Anywhere && !of.from0) JudgeWay(of, &ChannelReadings::from0, 1);
+      if (of.from1Anywhere && !of.from1) JudgeWay(of, &ChannelReadings::from1, 0);
+      if (readings_.shortedAcross && of.from0) JudgeWay(of, &ChannelReadings::from1, 0);
     }
   }
 
-  void JudgeWay(const ChannelReadings& of, bool ChannelReadings::*stuck) {
-    std::vector<std::int32_t> ends;
-    for (const ChannelReadings& other : readings_.channels) {
-      if (other.*stuck && CardOfChannel(other.channel) != CardOfChannel(of.channel))
-        ends.push_back(other.channel);
-    }
-    if (ends.empty()) return;
+  /// A way from channel `of` to `line`: it ends at a channel of another card that showed its relay by
+  /// `stuck`.
+  void JudgeWay(const ChannelReadings& of, bool ChannelReadings::*stuck, std::int32_t line) {
     NotEmpty(of.channel, true);
+    const std::vector<std::int32_t> ends = OnOtherCards(of, stuck, true);
     for (const std::int32_t end : ends) NotEmpty(end, ends.size() == 1);
+    if (!ends.empty()) return;
+    // Or at one that did not, because its other relay never closes.
+    const std::vector<std::int32_t> hidden = OnOtherCards(of, &ChannelReadings::path, false);
+    if (hidden.size() != 1) return;
+    NotEmpty(hidden.front(), true);
+    std::erase_if(defects_, [&hidden](const TesterDefect& defect) {
+      return defect.channel == hidden.front() && defect.kind == TesterDefectKind::NeverCloses;
+    });
+    Relay(TesterDefectKind::NeverCloses, hidden.front(), 1 - line);
+    Relay(TesterDefectKind::NeverOpens, hidden.front(), line);
+  }
+
+  std::vector<std::int32_t> OnOtherCards(const ChannelReadings& of, bool ChannelReadings::*reading,
+                                         bool value) const {
+    std::vector<std::int32_t> channels;
+    for (const ChannelReadings& other : readings_.channels) {
+      const bool tested = !readings_.shortedCards.contains(CardOfChannel(other.channel));
+      const bool elsewhere = CardOfChannel(other.channel) != CardOfChannel(of.channel);
+      if (tested && elsewhere && other.*reading == value) channels.push_back(other.channel);
+    }
+    return channels;
   }
 
   const TesterReadings& readings_;

@@ -204,12 +204,12 @@ TEST_F(SelfTestExactness, NamesEverySetThatCanBeToldFromAllOthers) {
       const Named found = Found(DescriptionOf(set));
       const Answer answer = Judge(found, set, explanations);
       ++count[answer];
-      ASSERT_NE(answer, Answer::Wrong) << DescriptionOf(set) << testing::PrintToString(found);
+      EXPECT_NE(answer, Answer::Wrong) << DescriptionOf(set) << testing::PrintToString(found);
     }
   }
-  EXPECT_EQ(count[Answer::Exact], 552);
-  EXPECT_EQ(count[Answer::OneOfSeveral], 1010);
-  EXPECT_EQ(count[Answer::WithoutItsWire], 64);
+  EXPECT_EQ(count[Answer::Exact], 526);
+  EXPECT_EQ(count[Answer::OneOfSeveral], 1052);
+  EXPECT_EQ(count[Answer::WithoutItsWire], 48);
 }
 
 }  // namespace
