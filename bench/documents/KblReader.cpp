@@ -12,7 +12,6 @@ namespace kxbench::documents {
 WiringDocument ReadKbl(const std::string& fileName, std::string text) {
   const XmlSource source(fileName, std::move(text));
   const pugi::xml_node root = source.Root();
-  if (!root) throw DocumentError({fileName, 0, 0}, "the document is empty");
   if (XmlName(root) != "KBL_container") {
     throw DocumentError(source.PlaceOf(root), "this is no KBL: the outermost element is " +
                                                   std::string(root.name()) + ", not KBL_container");
