@@ -10,6 +10,9 @@ CommandList AllCommands() {
   commands.push_back(MakeLearnCommand());
   commands.push_back(MakeEditCommand());
   commands.push_back(MakeInfoCommand());
+  commands.push_back(MakeImportCommand());
+  commands.push_back(MakeExportCommand());
+  commands.push_back(MakeCompareCommand());
   return commands;
 }
 
