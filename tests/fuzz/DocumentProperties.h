@@ -11,9 +11,12 @@
 
 namespace fuzz {
 
+/// Whether every pin has a connector and a name of its own, or one of the two, as in a wiring list.
+enum class PinParts { Both, One };
+
 /// What holds of everything that a reader makes of a document.
 inline void CheckDocument(const kxbench::documents::WiringDocument& document,
-                          const std::vector<std::string>& files) {
+                          const std::vector<std::string>& files, PinParts parts = PinParts::Both) {
   using kxbench::documents::Pin;
   const auto check = [&](const kxbench::documents::Place& place) {
     Require(std::find(files.begin(), files.end(), place.file) != files.end(),
@@ -23,8 +26,10 @@ inline void CheckDocument(const kxbench::documents::WiringDocument& document,
   for (const auto& [pin, place] : document.pins) {
     check(place);
     Require(pins.insert(pin).second, "each pin is there once:", PinText(pin));
+    Require(!PinText(pin).empty(), "a pin has a name");
     for (const std::string& name : {pin.connector, pin.pin}) {
-      Require(!name.empty() && shorttest::IsUtf8(name), "names are texts:", name);
+      Require(parts == PinParts::One || !name.empty(), "both parts of a pin have a name:", PinText(pin));
+      Require(shorttest::IsUtf8(name), "names are texts:", name);
       Require(
           std::none_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }),
           "names are of one line:", name);
@@ -43,9 +48,9 @@ inline void CheckDocument(const kxbench::documents::WiringDocument& document,
 /// Reads a document with `read`. The only thing that it may throw is a DocumentError that begins with a
 /// file's name.
 template <typename Read>
-void CheckReading(Read read, const std::vector<std::string>& files) {
+void CheckReading(Read read, const std::vector<std::string>& files, PinParts parts = PinParts::Both) {
   try {
-    CheckDocument(read(), files);
+    CheckDocument(read(), files, parts);
   } catch (const kxbench::documents::DocumentError& error) {
     const std::string what = error.what();
     Require(std::any_of(files.begin(), files.end(),
