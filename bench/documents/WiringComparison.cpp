@@ -44,8 +44,7 @@ class SharedNumbers {
       const bool named = !pin.connector.empty();
       comparison.shortLabels[number] = byChannel_ ? std::to_string(number) : PinText(pin);
       comparison.labels[number] = comparison.shortLabels[number];
-      const auto name = names_.find(number);
-      if (byChannel_ && name != names_.end()) comparison.labels[number] += " (" + name->second + ")";
+      if (byChannel_) comparison.labels[number] += NameOf(number);
       if (!named) continue;
       const auto pinNumber = IsNumber(pin.pin) ? shorttest::TextToInteger(pin.pin) : std::nullopt;
       contacts[number] = {pin.connector, pin.pin, pinNumber};
@@ -53,6 +52,14 @@ class SharedNumbers {
   }
 
  private:
+  /// " (B1-L)": the project's name goes before that of the document's pin.
+  std::string NameOf(Channel number) const {
+    const auto name = names_.find(number);
+    if (name != names_.end()) return " (" + name->second + ")";
+    const auto text = pinTexts_.find(number);
+    return text == pinTexts_.end() ? "" : " (" + text->second + ")";
+  }
+
   void Add(const ComparedSide& side, Channel channel, const Pin& pin) {
     Channel number = channel;
     if (!byChannel_) {
@@ -63,15 +70,15 @@ class SharedNumbers {
     const auto name = side.names.find(channel);
     if (name != side.names.end()) {
       names_.try_emplace(number, name->second);
-    } else if (!pin.connector.empty()) {
-      names_.try_emplace(number, PinText(pin));
     }
+    if (!pin.connector.empty()) pinTexts_.try_emplace(number, PinText(pin));
   }
 
   bool byChannel_;
   std::map<Pin, Channel> numbers_;
   std::map<Channel, Pin> pins_;
-  std::map<Channel, std::string> names_;
+  std::map<Channel, std::string> names_;  // in the project's ini file
+  std::map<Channel, std::string> pinTexts_;
 };
 
 NumberedSide Numbered(const ComparedSide& side, const SharedNumbers& numbers) {

@@ -136,7 +136,9 @@ TEST(ComparedWithADrawing, ByChannelsCarriesTheNames) {
   Name(learned, 1, {"A", "1"});
   ComparedSide mapped = Expectation("drawing.csv", 2, {{1, 2}});
   mapped.isExpectation = false;
-  EXPECT_THAT(ComparisonReport(Compare(learned, mapped)), HasSubstr("open: the wire from 1 (A.1) to 2;"));
+  mapped.wiring.pins = {{1, {"X", "1"}}, {2, {"X", "2"}}};
+  EXPECT_THAT(ComparisonReport(Compare(learned, mapped)),
+              HasSubstr("open: the wire from 1 (A.1) to 2 (X.2);"));
 }
 
 TEST(ComparedDrawings, AreComparedPinByPin) {
