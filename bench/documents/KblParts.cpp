@@ -1,5 +1,7 @@
 #include "bench/documents/KblParts.h"
 
+#include "bench/documents/NameText.h"
+
 namespace kxbench::documents {
 
 namespace {
@@ -26,7 +28,7 @@ void KblParts::AddBelow(pugi::xml_node element, int depth) {
     } else if (IsCavityElement(XmlName(child))) {
       if (!id.empty()) isNew = cavityNumbers_.emplace(id, source_.ChildText(child, "Cavity_number")).second;
     }
-    if (!isNew) throw DocumentError(source_.PlaceOf(child), "id " + std::string(id) + " is there twice");
+    if (!isNew) throw DocumentError(source_.PlaceOf(child), "id " + ShownText(id) + " is there twice");
   }
 }
 
@@ -59,10 +61,10 @@ KblCavity KblParts::CavityOf(pugi::xml_node cavity, const std::string& slot) con
   if (number == cavityNumbers_.end()) {
     throw DocumentError(source_.PlaceOf(cavity),
                         part.empty() ? std::string("a cavity without its Part")
-                                     : "no housing has a cavity with the id " + std::string(part));
+                                     : "no housing has a cavity with the id " + ShownText(part));
   }
   if (number->second.empty()) {
-    throw DocumentError(source_.PlaceOf(cavity), "cavity " + std::string(part) + " has no Cavity_number");
+    throw DocumentError(source_.PlaceOf(cavity), "cavity " + ShownText(part) + " has no Cavity_number");
   }
   return {slot, number->second, cavity};
 }

@@ -78,8 +78,8 @@ class WireVizAttributes {
     for (const auto& [key, value] : document.EntriesOf(attributes)) {
       values_.emplace(key->text, value);
       if (std::find(std::begin(known), std::end(known), key->text) != std::end(known)) continue;
-      warnings.Warn(document.PlaceOf(*key),
-                    "attribute " + key->text + " of " + Name() + " is not known and has no effect");
+      warnings.Warn(document.PlaceOf(*key), "attribute " + ShownText(key->text) + " of " + Name() +
+                                                " is not known and has no effect");
     }
   }
 
@@ -121,7 +121,8 @@ class WireVizAttributes {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
     if (error == std::errc::result_out_of_range) FailTooMany(*value, key);
     if (error != std::errc() || end != text.data() + text.size()) {
-      Fail(*value, key + " of " + Name() + " must be a whole number" + (text.empty() ? "" : ", not " + text));
+      Fail(*value, key + " of " + Name() + " must be a whole number" +
+                       (text.empty() ? "" : ", not " + ShownText(text)));
     }
     if (count > MostPinsOfOnePart) FailTooMany(*value, key);
     document_.Spend(*value, count);
@@ -222,7 +223,7 @@ WireVizIndex ColorsOf(const WireVizAttributes& attributes, std::size_t wires) {
   } else if (const std::string code = attributes.Text("color_code"); !code.empty()) {
     colors = WireVizColorCode(code);
     if (colors.empty())
-      attributes.Fail(*attributes.Value("color_code"), "color_code " + code + " is not known");
+      attributes.Fail(*attributes.Value("color_code"), "color_code " + ShownText(code) + " is not known");
   }
   WireVizIndex index;
   if (colors.empty()) return index;

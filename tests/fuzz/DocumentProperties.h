@@ -11,6 +11,11 @@
 
 namespace fuzz {
 
+inline bool IsLine(const std::string& text) {
+  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
+  return shorttest::IsUtf8(text) && std::none_of(text.begin(), text.end(), isControl);
+}
+
 /// What holds of everything that a reader makes of a document.
 inline void CheckDocument(const kxbench::documents::WiringDocument& document,
                           const std::vector<std::string>& files) {
@@ -24,10 +29,7 @@ inline void CheckDocument(const kxbench::documents::WiringDocument& document,
     check(place);
     Require(pins.insert(pin).second, "each pin is there once:", PinText(pin));
     for (const std::string& name : {pin.connector, pin.pin}) {
-      Require(!name.empty() && shorttest::IsUtf8(name), "names are texts:", name);
-      Require(
-          std::none_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }),
-          "names are of one line:", name);
+      Require(!name.empty() && IsLine(name), "names are lines of text:", name);
     }
   }
   std::set<Pin> ofNets;
@@ -37,7 +39,10 @@ inline void CheckDocument(const kxbench::documents::WiringDocument& document,
       Require(ofNets.insert(pin).second, "each pin is in one net:", PinText(pin));
   }
   Require(ofNets == pins, "the nets hold all pins");
-  for (const auto& warning : document.warnings) check(warning.place);
+  for (const auto& warning : document.warnings) {
+    check(warning.place);
+    Require(IsLine(warning.text), "a warning is a line of text:", warning.text);
+  }
 }
 
 /// Reads a document with `read`. The only thing that it may throw is a DocumentError that begins with a
@@ -51,7 +56,7 @@ void CheckReading(Read read, const std::vector<std::string>& files) {
     Require(std::any_of(files.begin(), files.end(),
                         [&](const std::string& file) { return what.starts_with(file + ':'); }),
             "a refusal begins with its place:", what);
-    Require(shorttest::IsUtf8(what), "a refusal is a text:", what);
+    Require(IsLine(what), "a refusal is a line of text:", what);
   }
 }
 

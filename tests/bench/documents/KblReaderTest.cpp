@@ -266,6 +266,13 @@ INSTANTIATE_TEST_SUITE_P(
         BadKbl{"UnknownEntity",
                KblText().InHarness("<Connector_occurrence><Id>&a;</Id></Connector_occurrence>").Text(),
                ":4:23: the entity &a is not known: only XML's own entities are read"},
+        BadKbl{"LongEntity",
+               KblText()
+                   .InHarness("<Connector_occurrence><Id>&aaaaaaaaaaaaaaaaaaaäöü\n" + std::string(99, 'b') +
+                              ";</Id></Connector_occurrence>")
+                   .Text(),
+               ":4:23: the entity &aaaaaaaaaaaaaaaaaaaäöü " + std::string(37, 'b') +
+                   "... is not known: only XML's own entities are read"},
         BadKbl{"EntityThatIsNoCharacter",
                KblText().InHarness("<Connector_occurrence><Id>&#xD800;</Id></Connector_occurrence>").Text(),
                ":4:23: the entity &#xD800 is not known: only XML's own entities are read"}),

@@ -65,6 +65,8 @@ INSTANTIATE_TEST_SUITE_P(
                  ":2:1: there is a second document in the file: there must be one"),
         Sections("ControlCharacter", "connections:\n  - \x04\n",
                  ":2:5: a control character: this is no text"),
+        Sections("EscapeOfHalfACharacter", "connections: \"\\ä\"",
+                 ":1:17: this is no YAML: unknown escape character: \uFFFD"),
         Sections("UnknownAlias", "connections: *x",
                  ":1:14: this is no YAML: the referenced anchor is not defined"),
         Sections("AliasInItself", "connections: &x [*x]", ":1:18: an alias inside of what it names"),
