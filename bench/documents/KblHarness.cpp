@@ -117,7 +117,7 @@ void KblHarness::AddCavities(const std::string& connector, const std::vector<Kbl
   std::set<std::string> own;
   for (const KblCavity& cavity : cavities) {
     const Pin pin{connector, bySlot ? cavity.slot + '_' + cavity.number : cavity.number};
-    if (!IsName(pin.pin) || !own.insert(pin.pin).second) {
+    if (!own.insert(pin.pin).second) {
       throw DocumentError(source_.PlaceOf(cavity.node),
                           "cavity " + pin.pin + " of " + connector + " is there twice");
     }

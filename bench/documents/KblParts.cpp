@@ -46,7 +46,7 @@ void KblParts::Collect(pugi::xml_node element, const std::string& slot, int dept
     if (IsSlotElement(XmlName(child))) {
       ++slots;
       const auto known = slotNames_.find(XmlRawText(XmlChild(child, "Part")));
-      const bool named = known != slotNames_.end() && !known->second.empty();
+      const bool named = known != slotNames_.end() && IsName(known->second);
       const std::string name = named ? known->second : std::to_string(slots);
       Collect(child, slot.empty() ? name : slot + '_' + name, depth + 1, cavities);
     } else if (IsCavityElement(XmlName(child))) {
@@ -63,8 +63,9 @@ KblCavity KblParts::CavityOf(pugi::xml_node cavity, const std::string& slot) con
                         part.empty() ? std::string("a cavity without its Part")
                                      : "no housing has a cavity with the id " + ShownText(part));
   }
-  if (number->second.empty()) {
-    throw DocumentError(source_.PlaceOf(cavity), "cavity " + ShownText(part) + " has no Cavity_number");
+  if (!IsName(number->second)) {
+    throw DocumentError(source_.PlaceOf(cavity),
+                        "cavity " + ShownText(part) + " needs a Cavity_number of one line");
   }
   return {slot, number->second, cavity};
 }

@@ -329,7 +329,10 @@ INSTANTIATE_TEST_SUITE_P(
         BadKbl{"HousingIdTwice", KblText().Housing("H", {"1"}).Housing("H", {"2"}).Text(),
                ":4:27: id H.s is there twice"},
         BadKbl{"CavityWithoutNumber", KblText().Housing("H", {""}).Connector("X", "H", {""}).Text(),
-               ":5:178: cavity H. has no Cavity_number"}),
+               ":5:178: cavity H. needs a Cavity_number of one line"},
+        BadKbl{"CavityNumberOfTwoLines",
+               KblText().Housing("H", {"1\n2"}).Connector("X", "H", {"1\n2"}).Text(),
+               ":10:70: cavity H.1 2 needs a Cavity_number of one line"}),
     RowName<BadKbl>);
 
 TEST(HostileKblTest, NestingCostsNoStack) {
