@@ -40,7 +40,7 @@ template <typename Value>
 void AddKblId(const XmlSource& source, KblIds<Value>& ids, pugi::xml_node node, Value value) {
   const std::string_view id = XmlAttribute(node, "id");
   if (id.empty() || ids.emplace(id, value).second) return;
-  throw DocumentError(source.PlaceOf(node), "id " + std::string(id) + " is there twice");
+  throw DocumentError(source.PlaceOf(node), "id " + ShownText(id) + " is there twice");
 }
 
 }  // namespace
@@ -117,7 +117,7 @@ void KblHarness::AddCavities(const std::string& connector, const std::vector<Kbl
   std::set<std::string> own;
   for (const KblCavity& cavity : cavities) {
     const Pin pin{connector, bySlot ? cavity.slot + '_' + cavity.number : cavity.number};
-    if (!IsName(pin.pin) || !own.insert(pin.pin).second) {
+    if (!own.insert(pin.pin).second) {
       throw DocumentError(source_.PlaceOf(cavity.node),
                           "cavity " + pin.pin + " of " + connector + " is there twice");
     }
@@ -141,8 +141,7 @@ void KblHarness::AddContactPoint(const std::string& connector, pugi::xml_node po
     for (const std::string_view id : IdsIn(XmlRawText(child))) {
       const auto cavity = cavities_.find(id);
       if (cavity == cavities_.end()) {
-        throw DocumentError(source_.PlaceOf(child),
-                            "no connector has a cavity with the id " + std::string(id));
+        throw DocumentError(source_.PlaceOf(child), "no connector has a cavity with the id " + ShownText(id));
       }
       // One contact in several cavities connects them.
       if (first) builder_.Connect(*first, cavity->second, false);
@@ -196,7 +195,7 @@ std::size_t KblHarness::PinOfExtremity(pugi::xml_node extremity) const {
   const auto point = points_.find(id);
   if (point == points_.end()) {
     throw DocumentError(source_.PlaceOf(extremity),
-                        "no connector has a contact point with the id " + std::string(id));
+                        "no connector has a contact point with the id " + ShownText(id));
   }
   return point->second;
 }

@@ -1,5 +1,7 @@
 #include "bench/documents/KblParts.h"
 
+#include "bench/documents/NameText.h"
+
 namespace kxbench::documents {
 
 namespace {
@@ -26,7 +28,7 @@ void KblParts::AddBelow(pugi::xml_node element, int depth) {
     } else if (IsCavityElement(XmlName(child))) {
       if (!id.empty()) isNew = cavityNumbers_.emplace(id, source_.ChildText(child, "Cavity_number")).second;
     }
-    if (!isNew) throw DocumentError(source_.PlaceOf(child), "id " + std::string(id) + " is there twice");
+    if (!isNew) throw DocumentError(source_.PlaceOf(child), "id " + ShownText(id) + " is there twice");
   }
 }
 
@@ -44,7 +46,7 @@ void KblParts::Collect(pugi::xml_node element, const std::string& slot, int dept
     if (IsSlotElement(XmlName(child))) {
       ++slots;
       const auto known = slotNames_.find(XmlRawText(XmlChild(child, "Part")));
-      const bool named = known != slotNames_.end() && !known->second.empty();
+      const bool named = known != slotNames_.end() && IsName(known->second);
       const std::string name = named ? known->second : std::to_string(slots);
       Collect(child, slot.empty() ? name : slot + '_' + name, depth + 1, cavities);
     } else if (IsCavityElement(XmlName(child))) {
@@ -59,10 +61,11 @@ KblCavity KblParts::CavityOf(pugi::xml_node cavity, const std::string& slot) con
   if (number == cavityNumbers_.end()) {
     throw DocumentError(source_.PlaceOf(cavity),
                         part.empty() ? std::string("a cavity without its Part")
-                                     : "no housing has a cavity with the id " + std::string(part));
+                                     : "no housing has a cavity with the id " + ShownText(part));
   }
-  if (number->second.empty()) {
-    throw DocumentError(source_.PlaceOf(cavity), "cavity " + std::string(part) + " has no Cavity_number");
+  if (!IsName(number->second)) {
+    throw DocumentError(source_.PlaceOf(cavity),
+                        "cavity " + ShownText(part) + " needs a Cavity_number of one line");
   }
   return {slot, number->second, cavity};
 }

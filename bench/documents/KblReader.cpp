@@ -4,6 +4,7 @@
 
 #include "bench/documents/KblHarness.h"
 #include "bench/documents/KblParts.h"
+#include "bench/documents/NameText.h"
 #include "bench/documents/WiringBuilder.h"
 #include "bench/documents/XmlSource.h"
 
@@ -14,7 +15,7 @@ WiringDocument ReadKbl(const std::string& fileName, std::string text) {
   const pugi::xml_node root = source.Root();
   if (XmlName(root) != "KBL_container") {
     throw DocumentError(source.PlaceOf(root), "this is no KBL: the outermost element is " +
-                                                  std::string(root.name()) + ", not KBL_container");
+                                                  ShownText(root.name()) + ", not KBL_container");
   }
 
   KblParts parts(source);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace kxbench::documents {
@@ -32,5 +33,8 @@ inline std::size_t CharacterCount(std::string_view utf8) {
   }
   return count;
 }
+
+/// Any text of a document as part of a message: in one line, well-formed, at most 60 characters.
+std::string ShownText(std::string_view text);
 
 }  // namespace kxbench::documents

@@ -133,7 +133,7 @@ void WireVizHarness::AddPins(Part& part, Definition& definition, const YamlNode&
                         "the document is too large: more than " + std::to_string(MostWireVizPins) + " pins");
   }
   document_.Spend(node, connector.loops.size());
-  const bool own = part.name == definition.entry.first->text;
+  const bool own = part.name == shorttest::Trim(definition.entry.first->text);
   for (std::size_t i = 0; i < connector.pins.size(); ++i) {
     const Place place = document_.PlaceOf(own ? *connector.pinNodes[i] : node);
     const std::size_t pin = builder_.AddPin({part.name, connector.pins[i]}, place);

@@ -1,6 +1,7 @@
 #include "bench/documents/WireVizParts.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <map>
 #include <optional>
@@ -15,7 +16,8 @@ namespace kxbench::documents {
 namespace {
 
 // Attributes that this reader looks at come first; the others say how things look or what they cost.
-constexpr std::string_view ConnectorAttributes[] = {"style",
+constexpr std::string_view ConnectorAttributes[] = {"shorts",
+                                                    "style",
                                                     "pincount",
                                                     "pins",
                                                     "pinlabels",
@@ -71,19 +73,20 @@ class WireVizAttributes {
   template <std::size_t N>
   WireVizAttributes(const YamlDocument& document, const YamlEntry& entry, const std::string_view (&known)[N],
                     WiringBuilder& warnings)
-      : document_(document), entry_(entry) {
+      : document_(document), entry_(entry), name_(shorttest::Trim(entry.first->text)) {
     const YamlNode& attributes = *entry.second;
     if (attributes.empty) return;
     if (attributes.kind != YamlNode::Kind::Map) Fail(attributes, Name() + " needs a map of attributes");
     for (const auto& [key, value] : document.EntriesOf(attributes)) {
       values_.emplace(key->text, value);
+      RefuseOldName(*key);
       if (std::find(std::begin(known), std::end(known), key->text) != std::end(known)) continue;
-      warnings.Warn(document.PlaceOf(*key),
-                    "attribute " + key->text + " of " + Name() + " is not known and has no effect");
+      warnings.Warn(document.PlaceOf(*key), "attribute " + ShownText(key->text) + " of " + Name() +
+                                                " is not known and has no effect");
     }
   }
 
-  const std::string& Name() const { return entry_.first->text; }
+  const std::string& Name() const { return name_; }
 
   [[noreturn]] void Fail(const YamlNode& node, const std::string& text) const {
     throw DocumentError(document_.PlaceOf(node), text);
@@ -121,7 +124,8 @@ class WireVizAttributes {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
     if (error == std::errc::result_out_of_range) FailTooMany(*value, key);
     if (error != std::errc() || end != text.data() + text.size()) {
-      Fail(*value, key + " of " + Name() + " must be a whole number" + (text.empty() ? "" : ", not " + text));
+      Fail(*value, key + " of " + Name() + " must be a whole number" +
+                       (text.empty() ? "" : ", not " + ShownText(text)));
     }
     if (count > MostPinsOfOnePart) FailTooMany(*value, key);
     document_.Spend(*value, count);
@@ -152,8 +156,20 @@ class WireVizAttributes {
     Fail(node, key + " of " + Name() + " is more than " + std::to_string(MostPinsOfOnePart));
   }
 
+  /// Attributes that earlier versions of WireViz had, and that say what is connected.
+  void RefuseOldName(const YamlNode& key) const {
+    constexpr std::array<std::pair<std::string_view, const char*>, 3> Renamed = {
+        {{"pinout", "is called pinlabels today"},
+         {"pinnumbers", "is called pins today"},
+         {"autogenerate", "is gone: connection sets name templates today, NAME."}}};
+    for (const auto& [old, today] : Renamed) {
+      if (key.text == old) Fail(key, "attribute " + key.text + " of " + Name() + ' ' + today);
+    }
+  }
+
   const YamlDocument& document_;
   const YamlEntry& entry_;
+  std::string name_;
   std::map<std::string, const YamlNode*> values_;
 };
 
@@ -198,12 +214,14 @@ const YamlNode* PinsOfLoop(const YamlNode& loop) {
   return pins.kind == YamlNode::Kind::Sequence && rightSize ? &pins : nullptr;
 }
 
-void SetLoops(const YamlDocument& document, const WireVizAttributes& attributes,
+/// `kind`: loops, which a wire makes, or shorts, which a part does.
+void SetLoops(const YamlDocument& document, const WireVizAttributes& attributes, const std::string& kind,
               WireVizConnector& connector) {
-  for (const YamlNode* const loop : attributes.List("loops")) {
+  for (const YamlNode* const loop : attributes.List(kind)) {
     const YamlNode* const pins = PinsOfLoop(*loop);
     if (pins == nullptr)
-      attributes.Fail(*loop, "a loop of " + attributes.Name() + " must be a list of two pins");
+      attributes.Fail(*loop,
+                      "one of the " + kind + " of " + attributes.Name() + " must be a list of two pins");
     document.Spend(*loop, pins->items.size());
     std::optional<std::size_t> first;
     for (const YamlNode* const pin : pins->items) {
@@ -222,7 +240,7 @@ WireVizIndex ColorsOf(const WireVizAttributes& attributes, std::size_t wires) {
   } else if (const std::string code = attributes.Text("color_code"); !code.empty()) {
     colors = WireVizColorCode(code);
     if (colors.empty())
-      attributes.Fail(*attributes.Value("color_code"), "color_code " + code + " is not known");
+      attributes.Fail(*attributes.Value("color_code"), "color_code " + ShownText(code) + " is not known");
   }
   WireVizIndex index;
   if (colors.empty()) return index;
@@ -257,10 +275,11 @@ WireVizConnector ReadWireVizConnector(const YamlDocument& document, const YamlEn
   connector.labels = attributes.IndexOf("pinlabels");
   if (const auto& labels = attributes.List("pinlabels"); labels.size() > connector.pins.size()) {
     warnings.Warn(document.PlaceOf(*labels[connector.pins.size()]),
-                  entry.first->text + " has " + std::to_string(connector.pins.size()) + " pins and " +
+                  attributes.Name() + " has " + std::to_string(connector.pins.size()) + " pins and " +
                       std::to_string(labels.size()) + " labels: the last ones have no pin");
   }
-  SetLoops(document, attributes, connector);
+  SetLoops(document, attributes, "loops", connector);
+  SetLoops(document, attributes, "shorts", connector);
   return connector;
 }
 
@@ -282,7 +301,7 @@ WireVizCable ReadWireVizCable(const YamlDocument& document, const YamlEntry& ent
   }
   if (const auto& labels = attributes.List("wirelabels"); labels.size() > cable.wires) {
     warnings.Warn(document.PlaceOf(*labels[cable.wires]),
-                  entry.first->text + " has " + std::to_string(cable.wires) + " wires and " +
+                  attributes.Name() + " has " + std::to_string(cable.wires) + " wires and " +
                       std::to_string(labels.size()) + " labels: the last ones have no wire");
   }
   return cable;

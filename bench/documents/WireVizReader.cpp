@@ -6,6 +6,7 @@
 #include <set>
 #include <string_view>
 
+#include "bench/documents/NameText.h"
 #include "bench/documents/WireVizHarness.h"
 #include "bench/documents/WireVizParts.h"
 #include "bench/documents/YamlDocument.h"
@@ -281,7 +282,7 @@ WiringDocument ReadWireViz(const WireVizSources& sources) {
   WiringBuilder builder;
   for (const YamlNode* const key : document.DroppedKeys()) {
     builder.Warn(document.PlaceOf(*key),
-                 key->text + " is given once more further down: only the last one counts");
+                 ShownText(key->text) + " is given once more further down: only the last one counts");
   }
   WireVizConnections(document, builder).Read();
   return builder.Take();

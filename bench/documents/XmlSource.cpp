@@ -105,7 +105,7 @@ void XmlSource::AppendWithEntities(pugi::xml_node element, std::string_view raw,
     const std::string_view entity = raw.substr(0, end);
     const char32_t character = end == std::string_view::npos ? U'\0' : CharacterOf(entity);
     if (character == 0) {
-      throw DocumentError(PlaceOf(element), "the entity &" + std::string(entity.substr(0, 20)) +
+      throw DocumentError(PlaceOf(element), "the entity &" + ShownText(entity) +
                                                 " is not known: only XML's own entities are read");
     }
     shorttest::AppendUtf8(text, character);

@@ -182,7 +182,7 @@ YamlDocument::YamlDocument(const std::vector<std::pair<std::string, std::string>
     while (parser.HandleNextDocument(builder)) {
     }
   } catch (const YAML::Exception& error) {
-    throw DocumentError(builder.PlaceOf(error.mark), "this is no YAML: " + error.msg);
+    throw DocumentError(builder.PlaceOf(error.mark), "this is no YAML: " + ShownText(error.msg));
   }
 }
 

@@ -11,6 +11,11 @@
 
 namespace fuzz {
 
+inline bool IsLine(const std::string& text) {
+  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
+  return shorttest::IsUtf8(text) && std::none_of(text.begin(), text.end(), isControl);
+}
+
 /// Whether every pin has a connector and a name of its own, or one of the two, as in a wiring list.
 enum class PinParts { Both, One };
 
@@ -29,10 +34,7 @@ inline void CheckDocument(const kxbench::documents::WiringDocument& document,
     Require(!PinText(pin).empty(), "a pin has a name");
     for (const std::string& name : {pin.connector, pin.pin}) {
       Require(parts == PinParts::One || !name.empty(), "both parts of a pin have a name:", PinText(pin));
-      Require(shorttest::IsUtf8(name), "names are texts:", name);
-      Require(
-          std::none_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }),
-          "names are of one line:", name);
+      Require(IsLine(name), "names are lines of text:", name);
     }
   }
   std::set<Pin> ofNets;
@@ -42,7 +44,10 @@ inline void CheckDocument(const kxbench::documents::WiringDocument& document,
       Require(ofNets.insert(pin).second, "each pin is in one net:", PinText(pin));
   }
   Require(ofNets == pins, "the nets hold all pins");
-  for (const auto& warning : document.warnings) check(warning.place);
+  for (const auto& warning : document.warnings) {
+    check(warning.place);
+    Require(IsLine(warning.text), "a warning is a line of text:", warning.text);
+  }
 }
 
 /// Reads a document with `read`. The only thing that it may throw is a DocumentError that begins with a
@@ -56,7 +61,7 @@ void CheckReading(Read read, const std::vector<std::string>& files, PinParts par
     Require(std::any_of(files.begin(), files.end(),
                         [&](const std::string& file) { return what.starts_with(file + ':'); }),
             "a refusal begins with its place:", what);
-    Require(shorttest::IsUtf8(what), "a refusal is a text:", what);
+    Require(IsLine(what), "a refusal is a line of text:", what);
   }
 }
 

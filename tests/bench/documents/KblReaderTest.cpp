@@ -266,6 +266,13 @@ INSTANTIATE_TEST_SUITE_P(
         BadKbl{"UnknownEntity",
                KblText().InHarness("<Connector_occurrence><Id>&a;</Id></Connector_occurrence>").Text(),
                ":4:23: the entity &a is not known: only XML's own entities are read"},
+        BadKbl{"LongEntity",
+               KblText()
+                   .InHarness("<Connector_occurrence><Id>&aaaaaaaaaaaaaaaaaaaäöü\n" + std::string(99, 'b') +
+                              ";</Id></Connector_occurrence>")
+                   .Text(),
+               ":4:23: the entity &aaaaaaaaaaaaaaaaaaaäöü " + std::string(37, 'b') +
+                   "... is not known: only XML's own entities are read"},
         BadKbl{"EntityThatIsNoCharacter",
                KblText().InHarness("<Connector_occurrence><Id>&#xD800;</Id></Connector_occurrence>").Text(),
                ":4:23: the entity &#xD800 is not known: only XML's own entities are read"}),
@@ -322,7 +329,10 @@ INSTANTIATE_TEST_SUITE_P(
         BadKbl{"HousingIdTwice", KblText().Housing("H", {"1"}).Housing("H", {"2"}).Text(),
                ":4:27: id H.s is there twice"},
         BadKbl{"CavityWithoutNumber", KblText().Housing("H", {""}).Connector("X", "H", {""}).Text(),
-               ":5:178: cavity H. has no Cavity_number"}),
+               ":5:178: cavity H. needs a Cavity_number of one line"},
+        BadKbl{"CavityNumberOfTwoLines",
+               KblText().Housing("H", {"1\n2"}).Connector("X", "H", {"1\n2"}).Text(),
+               ":10:70: cavity H.1 2 needs a Cavity_number of one line"}),
     RowName<BadKbl>);
 
 TEST(HostileKblTest, NestingCostsNoStack) {

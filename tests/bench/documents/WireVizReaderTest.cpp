@@ -132,6 +132,12 @@ TEST(WireVizReaderTest, ALoopWithANameMayHaveMorePins) {
             "X.1 X.5 X.7");
 }
 
+TEST(WireVizReaderTest, ShortsConnectPinsAsLoopsDo) {
+  EXPECT_EQ(
+      NetsOfText("connectors: {X: {pincount: 7, shorts: [SH1: [1, 5], SH2: [2, 6, 7]]}}\nconnections: [[X]]"),
+      "X.1 X.5; X.2 X.6 X.7");
+}
+
 TEST(WireVizReaderTest, AllPinsOfAConnectorAreListedWiredOrNot) {
   const WiringDocument document =
       ReadWireViz({{{"w.yml", std::string(Parts) + "connections: [[X3: b, W: 1, F.]]"}}});
