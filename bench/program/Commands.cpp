@@ -13,6 +13,7 @@ CommandList AllCommands() {
   commands.push_back(MakeImportCommand());
   commands.push_back(MakeExportCommand());
   commands.push_back(MakeCompareCommand());
+  commands.push_back(MakeDrawCommand());
   return commands;
 }
 
