@@ -14,6 +14,9 @@ std::string PlaceText(const Place& place) {
 DocumentError::DocumentError(const Place& place, const std::string& what)
     : std::runtime_error(PlaceText(place) + ": " + what) {}
 
-std::string PinText(const Pin& pin) { return pin.connector + '.' + pin.pin; }
+std::string PinText(const Pin& pin) {
+  const bool both = !pin.connector.empty() && !pin.pin.empty();
+  return pin.connector + (both ? "." : "") + pin.pin;
+}
 
 }  // namespace kxbench::documents

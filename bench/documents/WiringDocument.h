@@ -35,7 +35,8 @@ struct Pin {
   }
 };
 
-/// "X1.3".
+/// "X1.3"; only what there is of a connector without pins, and of a pin without a connector: a channel of the
+/// tester, by its number.
 std::string PinText(const Pin& pin);
 
 struct PlacedPin {

@@ -9,9 +9,12 @@ CommandList AllCommands() {
   commands.push_back(MakeRunCommand());
   commands.push_back(MakeLearnCommand());
   commands.push_back(MakeEditCommand());
-  commands.push_back(MakeSelfTestCommand());
   commands.push_back(MakeInfoCommand());
+  commands.push_back(MakeImportCommand());
+  commands.push_back(MakeExportCommand());
+  commands.push_back(MakeCompareCommand());
   commands.push_back(MakeDrawCommand());
+  commands.push_back(MakeSelfTestCommand());
   return commands;
 }
 

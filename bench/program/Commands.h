@@ -13,6 +13,9 @@ std::unique_ptr<Command> MakeLearnCommand();
 std::unique_ptr<Command> MakeEditCommand();
 std::unique_ptr<Command> MakeSelfTestCommand();
 std::unique_ptr<Command> MakeInfoCommand();
+std::unique_ptr<Command> MakeImportCommand();
+std::unique_ptr<Command> MakeExportCommand();
+std::unique_ptr<Command> MakeCompareCommand();
 
 /// All of them, in the order of the program's help.
 CommandList AllCommands();

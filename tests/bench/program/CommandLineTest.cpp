@@ -214,7 +214,8 @@ TEST(Commands, HaveDifferentNamesAndAHelpOfTheirOwn) {
     EXPECT_THAT(names, Not(testing::Contains(command->Name())));
     names.push_back(command->Name());
   }
-  EXPECT_THAT(names, ElementsAre("check", "diagnose", "run", "learn", "edit", "selftest", "info", "draw"));
+  EXPECT_THAT(names, ElementsAre("check", "diagnose", "run", "learn", "edit", "info", "import", "export",
+                                 "compare", "draw", "selftest"));
 }
 
 TEST(Commands, AnOptionMayDoWithoutItsValue) {

@@ -1,0 +1,215 @@
+#include "bench/documents/KblHarness.h"
+
+#include <algorithm>
+#include <cctype>
+#include <optional>
+
+#include "bench/documents/NameText.h"
+
+namespace kxbench::documents {
+
+namespace {
+
+constexpr std::string_view XmlBlanks = " \t\r\n";
+
+bool IsOccurrence(std::string_view name) {
+  return name == "Connector_occurrence" || name == "Component_box_occurrence";
+}
+
+bool IsSplice(const XmlSource& source, pugi::xml_node occurrence) {
+  constexpr std::string_view Splice = "splice";
+  const std::string usage = source.ChildText(occurrence, "Usage");
+  return std::equal(usage.begin(), usage.end(), Splice.begin(), Splice.end(),
+                    [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; });
+}
+
+/// The ids of a reference that may name several.
+std::vector<std::string_view> IdsIn(std::string_view references) {
+  std::vector<std::string_view> ids;
+  while (true) {
+    const std::size_t start = references.find_first_not_of(XmlBlanks);
+    if (start == std::string_view::npos) return ids;
+    references.remove_prefix(start);
+    const std::size_t end = std::min(references.find_first_of(XmlBlanks), references.size());
+    ids.push_back(references.substr(0, end));
+    references.remove_prefix(end);
+  }
+}
+
+template <typename Value>
+void AddKblId(const XmlSource& source, KblIds<Value>& ids, pugi::xml_node node, Value value) {
+  const std::string_view id = XmlAttribute(node, "id");
+  if (id.empty() || ids.emplace(id, value).second) return;
+  throw DocumentError(source.PlaceOf(node), "id " + ShownText(id) + " is there twice");
+}
+
+}  // namespace
+
+void KblHarness::Add(pugi::xml_node harness) {
+  for (const pugi::xml_node child : harness.children()) {
+    if (IsOccurrence(XmlName(child))) ++uses_[source_.ChildText(child, "Id")];
+  }
+  std::vector<std::pair<std::string, pugi::xml_node>> connectors;
+  for (const pugi::xml_node child : harness.children()) {
+    if (IsOccurrence(XmlName(child))) connectors.emplace_back(AddOccurrence(child), child);
+    if (XmlName(child) == "General_wire_occurrence") AddWire(child);
+    NoteIgnored(child);
+  }
+  for (const auto& [name, occurrence] : connectors) {
+    for (const pugi::xml_node child : occurrence.children()) {
+      if (XmlName(child) == "Contact_points") AddContactPoint(name, child);
+    }
+  }
+  for (const pugi::xml_node child : harness.children()) {
+    if (XmlName(child) == "Connection") AddConnection(child);
+  }
+}
+
+void KblHarness::NoteIgnored(pugi::xml_node element) {
+  const std::string_view name = XmlName(element);
+  if (name == "Assembly_part_occurrence") Ignore(element, "assembly parts, whose insides are not read");
+  if (name == "Component_box_occurrence")
+    Ignore(element, "component boxes, whose inner connections are not read");
+  if (name == "Module" || name == "Module_configuration" || name == "Harness_configuration") {
+    Ignore(element, "modules and configurations, whose variants are taken together");
+  }
+}
+
+void KblHarness::Ignore(pugi::xml_node element, const std::string& what) {
+  Ignored& ignored = ignored_[what];
+  if (ignored.count++ == 0) ignored.first = element;
+}
+
+void KblHarness::Finish() {
+  for (const auto& [what, ignored] : ignored_) {
+    builder_.Warn(source_.PlaceOf(ignored.first), what + ": " + std::to_string(ignored.count) +
+                                                      (ignored.count > 1 ? ", the first here" : ""));
+  }
+}
+
+std::string KblHarness::AddOccurrence(pugi::xml_node occurrence) {
+  const bool splice = IsSplice(source_, occurrence);
+  std::string name = NameOf(occurrence, splice);
+  if (splice) builder_.MakeSplice(name);
+  AddCavities(name, parts_.CavitiesOf(occurrence));
+  return name;
+}
+
+std::string KblHarness::NameOf(pugi::xml_node occurrence, bool splice) {
+  std::string name = source_.ChildText(occurrence, "Id");
+  if (!name.empty() && !IsName(name)) {
+    throw DocumentError(source_.PlaceOf(occurrence), "an Id must be a text of one line");
+  }
+  // A splice's name is seen by nobody, but it must not swallow a connector of the same name.
+  const std::string id(XmlAttribute(occurrence, "id"));
+  if (splice && (name.empty() || uses_[name] > 1)) name += " (" + id + ')';
+  if (name.empty()) throw DocumentError(source_.PlaceOf(occurrence), "a connector without an Id");
+  if (!named_.insert(name).second) {
+    builder_.Warn(source_.PlaceOf(occurrence), name + " is there more than once: taken as one connector");
+  }
+  return name;
+}
+
+void KblHarness::AddCavities(const std::string& connector, const std::vector<KblCavity>& cavities) {
+  std::set<std::string> numbers;
+  for (const KblCavity& cavity : cavities) numbers.insert(cavity.number);
+  const bool bySlot = numbers.size() < cavities.size();
+  std::set<std::string> own;
+  for (const KblCavity& cavity : cavities) {
+    const Pin pin{connector, bySlot ? cavity.slot + '_' + cavity.number : cavity.number};
+    if (!own.insert(pin.pin).second) {
+      throw DocumentError(source_.PlaceOf(cavity.node),
+                          "cavity " + pin.pin + " of " + connector + " is there twice");
+    }
+    pins_.insert(pin);
+    AddKblId(source_, cavities_, cavity.node, builder_.AddPin(pin, source_.PlaceOf(cavity.node)));
+    if (XmlChild(cavity.node, "Mated_cavities")) {
+      Ignore(cavity.node, "cavities mated with others, not taken as connected");
+    }
+  }
+  if (bySlot) {
+    builder_.Warn(
+        source_.PlaceOf(cavities.front().node),
+        connector + " has cavities of the same number in several slots: its pins are called SLOT_NUMBER");
+  }
+}
+
+void KblHarness::AddContactPoint(const std::string& connector, pugi::xml_node point) {
+  std::optional<std::size_t> first;
+  for (const pugi::xml_node child : point.children()) {
+    if (XmlName(child) != "Contacted_cavity") continue;
+    for (const std::string_view id : IdsIn(XmlRawText(child))) {
+      const auto cavity = cavities_.find(id);
+      if (cavity == cavities_.end()) {
+        throw DocumentError(source_.PlaceOf(child), "no connector has a cavity with the id " + ShownText(id));
+      }
+      // One contact in several cavities connects them.
+      if (first) builder_.Connect(*first, cavity->second, false);
+      if (!first) first = cavity->second;
+    }
+  }
+  if (!first) first = PinOfPointWithoutCavity(connector, point);
+  AddKblId(source_, points_, point, *first);
+}
+
+std::size_t KblHarness::PinOfPointWithoutCavity(const std::string& connector, pugi::xml_node point) {
+  std::string number = source_.ChildText(point, "Id");
+  if (number.empty() || pins_.contains({connector, number})) number = XmlAttribute(point, "id");
+  const Pin pin{connector, number};
+  if (!IsName(number) || !pins_.insert(pin).second) {
+    throw DocumentError(source_.PlaceOf(point),
+                        "a contact point of " + connector + " without a cavity needs an Id of its own");
+  }
+  return builder_.AddPin(pin, source_.PlaceOf(point));
+}
+
+void KblHarness::AddWire(pugi::xml_node occurrence) {
+  AddKblId(source_, wires_, occurrence, false);
+  for (const pugi::xml_node core : occurrence.children()) {
+    if (XmlName(core) == "Core_occurrence") AddKblId(source_, wires_, core, false);
+  }
+}
+
+void KblHarness::AddConnection(pugi::xml_node connection) {
+  CheckWire(connection);
+  const std::string signal = source_.ChildText(connection, "Signal_name");
+  std::optional<std::size_t> first;
+  std::size_t ends = 0;
+  for (const pugi::xml_node child : connection.children()) {
+    if (XmlName(child) != "Extremities") continue;
+    const std::size_t pin = PinOfExtremity(child);
+    ++ends;
+    if (first) {
+      builder_.Connect(*first, pin, ends == 2);
+    } else {
+      first = pin;
+      if (IsName(signal)) builder_.NameNet(pin, signal);
+    }
+  }
+  if (ends < 2) Ignore(connection, "connections with fewer than two ends");
+}
+
+std::size_t KblHarness::PinOfExtremity(pugi::xml_node extremity) const {
+  const std::string_view id = XmlRawText(XmlChild(extremity, "Contact_point"));
+  if (id.empty()) throw DocumentError(source_.PlaceOf(extremity), "an extremity without its Contact_point");
+  const auto point = points_.find(id);
+  if (point == points_.end()) {
+    throw DocumentError(source_.PlaceOf(extremity),
+                        "no connector has a contact point with the id " + ShownText(id));
+  }
+  return point->second;
+}
+
+void KblHarness::CheckWire(pugi::xml_node connection) {
+  const std::string_view id = XmlRawText(XmlChild(connection, "Wire"));
+  const auto wire = wires_.find(id);
+  if (wire == wires_.end()) {
+    Ignore(connection, "connections without a wire that the harness has");
+  } else if (wire->second) {
+    Ignore(connection, "connections by the wire of another, taken as wires of their own");
+  } else {
+    wire->second = true;
+  }
+}
+
+}  // namespace kxbench::documents

@@ -1,0 +1,381 @@
+#include "bench/documents/WireVizParts.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <map>
+#include <optional>
+#include <string_view>
+
+#include "bench/documents/NameText.h"
+#include "bench/documents/WireVizColors.h"
+#include "text/Trim.h"
+
+namespace kxbench::documents {
+
+namespace {
+
+// Attributes that this reader looks at come first; the others say how things look or what they cost.
+constexpr std::string_view ConnectorAttributes[] = {"shorts",
+                                                    "style",
+                                                    "pincount",
+                                                    "pins",
+                                                    "pinlabels",
+                                                    "pincolors",
+                                                    "loops",
+                                                    "type",
+                                                    "subtype",
+                                                    "category",
+                                                    "color",
+                                                    "image",
+                                                    "notes",
+                                                    "ignore_in_bom",
+                                                    "pn",
+                                                    "manufacturer",
+                                                    "mpn",
+                                                    "supplier",
+                                                    "spn",
+                                                    "bgcolor",
+                                                    "bgcolor_title",
+                                                    "show_name",
+                                                    "show_pincount",
+                                                    "hide_disconnected_pins",
+                                                    "additional_components"};
+constexpr std::string_view CableAttributes[] = {"wirecount",
+                                                "colors",
+                                                "color_code",
+                                                "wirelabels",
+                                                "shield",
+                                                "category",
+                                                "type",
+                                                "gauge",
+                                                "show_equiv",
+                                                "length",
+                                                "color",
+                                                "image",
+                                                "notes",
+                                                "pn",
+                                                "ignore_in_bom",
+                                                "manufacturer",
+                                                "mpn",
+                                                "supplier",
+                                                "spn",
+                                                "bgcolor",
+                                                "bgcolor_title",
+                                                "show_name",
+                                                "show_wirecount",
+                                                "show_wirenumbers",
+                                                "additional_components"};
+
+/// The attributes of one connector or cable.
+class WireVizAttributes {
+ public:
+  template <std::size_t N>
+  WireVizAttributes(const YamlDocument& document, const YamlEntry& entry, const std::string_view (&known)[N],
+                    WiringBuilder& warnings)
+      : document_(document), entry_(entry), name_(shorttest::Trim(entry.first->text)) {
+    const YamlNode& attributes = *entry.second;
+    if (attributes.empty) return;
+    if (attributes.kind != YamlNode::Kind::Map) Fail(attributes, Name() + " needs a map of attributes");
+    for (const auto& [key, value] : document.EntriesOf(attributes)) {
+      values_.emplace(key->text, value);
+      RefuseOldName(*key);
+      if (std::find(std::begin(known), std::end(known), key->text) != std::end(known)) continue;
+      warnings.Warn(document.PlaceOf(*key), "attribute " + ShownText(key->text) + " of " + Name() +
+                                                " is not known and has no effect");
+    }
+  }
+
+  const std::string& Name() const { return name_; }
+
+  [[noreturn]] void Fail(const YamlNode& node, const std::string& text) const {
+    throw DocumentError(document_.PlaceOf(node), text);
+  }
+  [[noreturn]] void Fail(const std::string& text) const { Fail(*entry_.first, text); }
+
+  /// nullptr for an attribute that is missing or empty.
+  const YamlNode* Value(const std::string& key) const {
+    const auto found = values_.find(key);
+    return found == values_.end() || found->second->empty ? nullptr : found->second;
+  }
+
+  std::string Text(const std::string& key) const {
+    const YamlNode* const value = Value(key);
+    if (value == nullptr || value->kind != YamlNode::Kind::Scalar) return {};
+    return std::string(shorttest::Trim(value->text));
+  }
+
+  const std::vector<const YamlNode*>& List(const std::string& key) const {
+    static const std::vector<const YamlNode*> None;
+    const YamlNode* const value = Value(key);
+    if (value == nullptr) return None;
+    if (value->kind != YamlNode::Kind::Sequence) Fail(*value, key + " of " + Name() + " must be a list");
+    if (value->items.size() > MostPinsOfOnePart) FailTooMany(*value, key);
+    document_.Spend(*value, value->items.size());
+    return value->items;
+  }
+
+  /// 0 for one that is missing.
+  std::size_t Count(const std::string& key) const {
+    const YamlNode* const value = Value(key);
+    if (value == nullptr) return 0;
+    const std::string text = Text(key);
+    std::size_t count = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+    if (error == std::errc::result_out_of_range) FailTooMany(*value, key);
+    if (error != std::errc() || end != text.data() + text.size()) {
+      Fail(*value, key + " of " + Name() + " must be a whole number" +
+                       (text.empty() ? "" : ", not " + ShownText(text)));
+    }
+    if (count > MostPinsOfOnePart) FailTooMany(*value, key);
+    document_.Spend(*value, count);
+    return count;
+  }
+
+  /// The texts of a list, by where they stand. Entries that say nothing have their place in it.
+  WireVizIndex IndexOf(const std::string& key) const {
+    WireVizIndex index;
+    const auto& list = List(key);
+    for (std::size_t i = 0; i < list.size(); ++i) {
+      const YamlNode& item = *list[i];
+      if (item.kind != YamlNode::Kind::Scalar)
+        Fail(item, key + " of " + Name() + " holds texts and nothing else");
+      const std::string text(shorttest::Trim(item.text));
+      if (!text.empty()) Add(index, text, i);
+    }
+    return index;
+  }
+
+  static void Add(WireVizIndex& index, const std::string& text, std::size_t at) {
+    WireVizUses& uses = index[text];
+    if (uses.count++ == 0) uses.first = at;
+  }
+
+ private:
+  [[noreturn]] void FailTooMany(const YamlNode& node, const std::string& key) const {
+    Fail(node, key + " of " + Name() + " is more than " + std::to_string(MostPinsOfOnePart));
+  }
+
+  /// Attributes that earlier versions of WireViz had, and that say what is connected.
+  void RefuseOldName(const YamlNode& key) const {
+    constexpr std::array<std::pair<std::string_view, const char*>, 3> Renamed = {
+        {{"pinout", "is called pinlabels today"},
+         {"pinnumbers", "is called pins today"},
+         {"autogenerate", "is gone: connection sets name templates today, NAME."}}};
+    for (const auto& [old, today] : Renamed) {
+      if (key.text == old) Fail(key, "attribute " + key.text + " of " + Name() + ' ' + today);
+    }
+  }
+
+  const YamlDocument& document_;
+  const YamlEntry& entry_;
+  std::string name_;
+  std::map<std::string, const YamlNode*> values_;
+};
+
+void SetPins(const YamlDocument& document, const YamlEntry& entry, const WireVizAttributes& attributes,
+             WireVizConnector& connector) {
+  const auto& pins = attributes.List("pins");
+  const auto& labels = attributes.List("pinlabels");
+  std::size_t count = attributes.Count("pincount");
+  if (connector.simple) {
+    if (count > 1)
+      attributes.Fail(*attributes.Value("pincount"),
+                      attributes.Name() + " has style simple and can have one pin only");
+    count = 1;
+  }
+  if (count == 0) count = std::max({pins.size(), labels.size(), attributes.List("pincolors").size()});
+  if (count == 0) {
+    attributes.Fail("connector " + attributes.Name() + " needs pincount, pins, pinlabels or pincolors");
+  }
+  if (!pins.empty()) {
+    for (const YamlNode* const pin : pins) connector.pins.push_back(WireVizName(document, *pin, "a pin"));
+    connector.pinNodes = pins;
+  } else {
+    for (std::size_t i = 0; i < count; ++i) {
+      connector.pins.push_back(std::to_string(i + 1));
+      connector.pinNodes.push_back(i < labels.size() ? labels[i] : entry.first);
+    }
+  }
+  for (std::size_t i = 0; i < connector.pins.size(); ++i) {
+    WireVizAttributes::Add(connector.pinIndex, connector.pins[i], i);
+    if (connector.pinIndex[connector.pins[i]].count > 1) {
+      attributes.Fail(*connector.pinNodes[i],
+                      "pin " + connector.pins[i] + " of " + attributes.Name() + " is there twice");
+    }
+  }
+}
+
+/// The pins of a loop: a list of two, or named with two and more: `NAME: [1, 5, 7]`.
+const YamlNode* PinsOfLoop(const YamlNode& loop) {
+  const bool named = loop.kind == YamlNode::Kind::Map && loop.items.size() == 2;
+  const YamlNode& pins = named ? *loop.items[1] : loop;
+  const bool rightSize = named ? pins.items.size() >= 2 : pins.items.size() == 2;
+  return pins.kind == YamlNode::Kind::Sequence && rightSize ? &pins : nullptr;
+}
+
+/// `kind`: loops, which a wire makes, or shorts, which a part does.
+void SetLoops(const YamlDocument& document, const WireVizAttributes& attributes, const std::string& kind,
+              WireVizConnector& connector) {
+  for (const YamlNode* const loop : attributes.List(kind)) {
+    const YamlNode* const pins = PinsOfLoop(*loop);
+    if (pins == nullptr)
+      attributes.Fail(*loop,
+                      "one of the " + kind + " of " + attributes.Name() + " must be a list of two pins");
+    document.Spend(*loop, pins->items.size());
+    std::optional<std::size_t> first;
+    for (const YamlNode* const pin : pins->items) {
+      const std::string reference = WireVizName(document, *pin, "a pin");
+      const std::size_t index = FindWireVizPin(document, connector, attributes.Name(), reference, *pin);
+      if (first) connector.loops.emplace_back(*first, index);
+      if (!first) first = index;
+    }
+  }
+}
+
+WireVizIndex ColorsOf(const WireVizAttributes& attributes, std::size_t wires) {
+  std::vector<std::string> colors;
+  if (const auto& list = attributes.List("colors"); !list.empty()) {
+    for (const YamlNode* const color : list) colors.emplace_back(shorttest::Trim(color->text));
+  } else if (const std::string code = attributes.Text("color_code"); !code.empty()) {
+    colors = WireVizColorCode(code);
+    if (colors.empty())
+      attributes.Fail(*attributes.Value("color_code"), "color_code " + ShownText(code) + " is not known");
+  }
+  WireVizIndex index;
+  if (colors.empty()) return index;
+  for (std::size_t wire = 0; wire < wires; ++wire) {
+    const std::string& color = colors[wire % colors.size()];
+    if (!color.empty()) WireVizAttributes::Add(index, color, wire);
+  }
+  return index;
+}
+
+bool SaysNo(const std::string& text) {
+  constexpr std::string_view No[] = {"false", "False", "FALSE", "no",   "No",   "NO",  "off",
+                                     "Off",   "OFF",   "0",     "null", "Null", "NULL"};
+  return text.empty() || std::find(std::begin(No), std::end(No), text) != std::end(No);
+}
+
+std::optional<std::size_t> WireNumber(const std::string& text) {
+  std::size_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+}  // namespace
+
+WireVizConnector ReadWireVizConnector(const YamlDocument& document, const YamlEntry& entry,
+                                      WiringBuilder& warnings) {
+  const WireVizAttributes attributes(document, entry, ConnectorAttributes, warnings);
+  WireVizConnector connector;
+  connector.simple = attributes.Text("style") == "simple";
+  SetPins(document, entry, attributes, connector);
+  connector.labels = attributes.IndexOf("pinlabels");
+  if (const auto& labels = attributes.List("pinlabels"); labels.size() > connector.pins.size()) {
+    warnings.Warn(document.PlaceOf(*labels[connector.pins.size()]),
+                  attributes.Name() + " has " + std::to_string(connector.pins.size()) + " pins and " +
+                      std::to_string(labels.size()) + " labels: the last ones have no pin");
+  }
+  SetLoops(document, attributes, "loops", connector);
+  SetLoops(document, attributes, "shorts", connector);
+  return connector;
+}
+
+WireVizCable ReadWireVizCable(const YamlDocument& document, const YamlEntry& entry, WiringBuilder& warnings) {
+  const WireVizAttributes attributes(document, entry, CableAttributes, warnings);
+  WireVizCable cable;
+  cable.wires = attributes.Count("wirecount");
+  if (cable.wires == 0) cable.wires = attributes.List("colors").size();
+  if (cable.wires == 0) attributes.Fail("cable " + attributes.Name() + " needs wirecount or colors");
+  attributes.IndexOf("colors");  // texts alone
+  cable.colors = ColorsOf(attributes, cable.wires);
+  cable.labels = attributes.IndexOf("wirelabels");
+  if (const YamlNode* const shield = attributes.Value("shield")) {
+    cable.shield =
+        shield->kind != YamlNode::Kind::Scalar || shield->quoted || !SaysNo(attributes.Text("shield"));
+  }
+  if (cable.shield && cable.labels.contains("s")) {
+    attributes.Fail("cable " + attributes.Name() + " has a shield: s cannot be the label of a wire too");
+  }
+  if (const auto& labels = attributes.List("wirelabels"); labels.size() > cable.wires) {
+    warnings.Warn(document.PlaceOf(*labels[cable.wires]),
+                  attributes.Name() + " has " + std::to_string(cable.wires) + " wires and " +
+                      std::to_string(labels.size()) + " labels: the last ones have no wire");
+  }
+  return cable;
+}
+
+std::size_t FindWireVizPin(const YamlDocument& document, const WireVizConnector& connector,
+                           const std::string& name, const std::string& reference, const YamlNode& node) {
+  const auto fail = [&](const std::string& text) { throw DocumentError(document.PlaceOf(node), text); };
+  const auto pin = connector.pinIndex.find(reference);
+  const auto label = connector.labels.find(reference);
+  const bool isPin = pin != connector.pinIndex.end();
+  const bool isLabel = label != connector.labels.end();
+  if (isLabel && label->second.count > 1) {
+    fail(name + " has " + std::to_string(label->second.count) + " pins labelled " + reference +
+         ": say which by its number");
+  }
+  if (isLabel && label->second.first >= connector.pins.size()) {
+    fail("label " + reference + " of " + name + " has no pin: it has " +
+         std::to_string(connector.pins.size()));
+  }
+  if (isPin && isLabel && pin->second.first != label->second.first) {
+    fail(reference + " of " + name + " is a pin and the label of another, pin " +
+         connector.pins[label->second.first]);
+  }
+  if (!isPin && !isLabel) {
+    const std::size_t count = connector.pins.size();
+    fail(name + " has no pin " + reference + ": it has " + std::to_string(count) + ", " +
+         connector.pins.front() + (count > 1 ? " to " + connector.pins.back() : std::string()));
+  }
+  return isLabel ? label->second.first : pin->second.first;
+}
+
+std::size_t FindWireVizWire(const YamlDocument& document, const WireVizCable& cable, const std::string& name,
+                            const std::string& reference, const YamlNode& node, WiringBuilder& warnings) {
+  const auto fail = [&](const std::string& text) { throw DocumentError(document.PlaceOf(node), text); };
+  const auto color = cable.colors.find(reference);
+  const auto label = cable.labels.find(reference);
+  const bool isColor = color != cable.colors.end();
+  const bool isLabel = label != cable.labels.end();
+  if (isColor && isLabel && color->second.first != label->second.first) {
+    fail(reference + " of " + name + " is the colour of one wire and the label of another");
+  }
+  if (isColor || isLabel) {
+    const WireVizUses& uses = isColor ? color->second : label->second;
+    if (uses.count > 1) {
+      fail(name + " has " + std::to_string(uses.count) + " wires " + reference + ": say which by its number");
+    }
+    if (uses.first >= cable.wires) fail("label " + reference + " of " + name + " has no wire");
+    if (const auto number = WireNumber(reference);
+        number && *number != uses.first + 1 && *number <= cable.wires) {
+      warnings.Warn(document.PlaceOf(node), reference + " of " + name + " is taken as the label of wire " +
+                                                std::to_string(uses.first + 1) +
+                                                ", not as the wire's number");
+    }
+    return uses.first + 1;
+  }
+  if (reference == "s") {
+    if (!cable.shield) fail(name + " has no shield: s is none of its wires");
+    return 0;
+  }
+  const auto number = WireNumber(reference);
+  if (!number || *number == 0 || *number > cable.wires) {
+    fail(name + " has no wire " + reference + ": it has " + std::to_string(cable.wires));
+  }
+  return *number;
+}
+
+std::string WireVizName(const YamlDocument& document, const YamlNode& node, const std::string& what) {
+  if (node.kind != YamlNode::Kind::Scalar)
+    throw DocumentError(document.PlaceOf(node), what + " must be a text");
+  const std::string_view name = shorttest::Trim(node.text);
+  if (node.empty || name.empty()) throw DocumentError(document.PlaceOf(node), what + " is missing here");
+  if (!IsName(name)) throw DocumentError(document.PlaceOf(node), what + " must be a text of one line");
+  return std::string(name);
+}
+
+}  // namespace kxbench::documents

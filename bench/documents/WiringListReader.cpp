@@ -1,0 +1,174 @@
+#include "bench/documents/WiringListReader.h"
+
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "bench/documents/WiringBuilder.h"
+#include "bench/documents/WiringTable.h"
+
+namespace kxbench::documents {
+
+namespace {
+
+class ListReading {
+ public:
+  explicit ListReading(WiringTable table) : table_(std::move(table)), layout_(table_.layout) {
+    if (table_.linesAbove > 0) {
+      builder_.Warn(
+          {table_.file, table_.headLine, 0},
+          "what stands above this head was not read: lines with text, " + std::to_string(table_.linesAbove));
+    }
+    for (const CsvRow& row : table_.rows) LearnPlaces(row);
+  }
+
+  WiringDocument Read() {
+    for (const CsvRow& row : table_.rows) {
+      RequireFields(row);
+      if (layout_.IsNetOnEachLine()) {
+        ReadNetLine(row);
+      } else if (layout_.IsFromTo()) {
+        ReadWire(row);
+      } else {
+        ReadPinLine(row);
+      }
+    }
+    return builder_.Take();
+  }
+
+ private:
+  using Number = std::optional<std::size_t>;  // of a pin in the builder
+
+  void LearnPlaces(const CsvRow& row) {
+    for (const ListLayout::Side* side : {&layout_.from, &layout_.to}) {
+      if (side->pin && !side->connector) places_.Learn(table_.At(row, side->pin).text);
+    }
+    for (std::size_t i = 0; layout_.IsNetOnEachLine() && i < row.cells.size(); ++i) {
+      if (!IsPlaceColumn(i)) continue;
+      for (const std::string& place : PlaceSplitter::PlacesIn(row.cells[i].text)) places_.Learn(place);
+    }
+  }
+
+  bool IsPlaceColumn(std::size_t i) const {
+    if (layout_.placesGoOn && i >= layout_.columns) return true;
+    for (const std::size_t column : layout_.places) {
+      if (column == i) return true;
+    }
+    return false;
+  }
+
+  void RequireFields(const CsvRow& row) const {
+    const std::size_t count = row.cells.size();
+    if (count < layout_.FieldsNeeded()) {
+      throw DocumentError({table_.file, row.line, 0}, "this line has " + std::to_string(count) +
+                                                          " fields; the columns that count are " +
+                                                          std::to_string(layout_.FieldsNeeded()));
+    }
+    if (layout_.placesGoOn || table_.headLine == 0) return;
+    for (std::size_t i = layout_.columns; i < count; ++i) {
+      if (row.cells[i].text.empty()) continue;
+      throw DocumentError(
+          table_.PlaceOf(row.cells[i]),
+          "this field is past the last column of the head, which has " + std::to_string(layout_.columns));
+    }
+  }
+
+  Number AddPlace(const CsvCell& cell) { return AddPlace(cell.text, cell); }
+
+  Number AddPlace(const std::string& text, const CsvCell& cell) {
+    if (text.empty() || SaysNothing(text)) return std::nullopt;
+    return builder_.AddPin(places_.Split(text), table_.PlaceOf(cell));
+  }
+
+  /// The pin of one side; none where the cells are empty.
+  Number AddSide(const CsvRow& row, const ListLayout::Side& side) {
+    const CsvCell& pin = table_.At(row, side.pin);
+    if (!side.connector) return AddPlace(pin);
+    const CsvCell& connector = table_.At(row, side.connector);
+    if (connector.text.empty() && pin.text.empty()) return std::nullopt;
+    const bool noPin = pin.text.empty() || SaysNothing(pin.text);
+    if (layout_.IsFromTo() && noPin && (connector.text.empty() || SaysNothing(connector.text)))
+      return std::nullopt;
+    if (connector.text.empty())
+      throw DocumentError(table_.PlaceOf(pin), "pin " + pin.text + " is on no connector");
+    return builder_.AddPin({connector.text, pin.text}, table_.PlaceOf(connector));
+  }
+
+  Number AddSplice(const CsvRow& row) {
+    const CsvCell& cell = table_.At(row, layout_.splice);
+    if (cell.text.empty() || SaysNothing(cell.text)) return std::nullopt;
+    builder_.MakeSplice(cell.text);
+    return builder_.AddPin({cell.text, ""}, table_.PlaceOf(cell));
+  }
+
+  const CsvCell& NetCell(const CsvRow& row) const {
+    return table_.At(row, layout_.net ? layout_.net : layout_.signal);
+  }
+
+  void ReadWire(const CsvRow& row) {
+    const Number from = AddSide(row, layout_.from);
+    const Number to = AddSide(row, layout_.to);
+    const Number splice = AddSplice(row);
+    if (from && to) {
+      if (*from == *to) builder_.Warn({table_.file, row.line, 0}, "this wire ends where it begins");
+      builder_.Connect(*from, *to);
+    }
+    const Number end = from ? from : to;
+    if (end && splice) builder_.Connect(*end, *splice, !(from && to));
+    if (end) builder_.NameNet(*end, NetCell(row).text);
+  }
+
+  /// Joins a pin with its net, by the net's name.
+  void Join(std::size_t pin, const std::string& name) {
+    if (name.empty() || SaysNothing(name)) return;
+    const auto [net, isNew] = nets_.try_emplace(name, pin);
+    if (isNew) {
+      builder_.NameNet(pin, name);
+    } else {
+      builder_.Connect(net->second, pin, false);
+    }
+  }
+
+  void ReadPinLine(const CsvRow& row) {
+    Number pin = AddSide(row, layout_.from);
+    const CsvCell& channel = table_.At(row, layout_.channel);
+    if (!pin && IsNumber(channel.text)) pin = builder_.AddPin({"", channel.text}, table_.PlaceOf(channel));
+    const Number splice = AddSplice(row);
+    if (!pin) pin = splice;
+    if (!pin) throw DocumentError({table_.file, row.line, 0}, "this line names no pin");
+    if (splice) builder_.Connect(*pin, *splice, false);
+    Join(*pin, NetCell(row).text);
+  }
+
+  void ReadNetLine(const CsvRow& row) {
+    const std::string& name = NetCell(row).text;
+    Number first;
+    for (std::size_t i = 0; i < row.cells.size(); ++i) {
+      if (!IsPlaceColumn(i)) continue;
+      for (const std::string& place : PlaceSplitter::PlacesIn(row.cells[i].text)) {
+        const Number pin = AddPlace(place, row.cells[i]);
+        if (!pin) continue;
+        Join(*pin, name);
+        if (first && !SaysNothing(name)) builder_.Connect(*first, *pin, false);
+        if (!first) first = pin;
+      }
+    }
+    if (!first) throw DocumentError({table_.file, row.line, 0}, "this line names no pin");
+  }
+
+  WiringTable table_;
+  const ListLayout& layout_;
+  PlaceSplitter places_;
+  WiringBuilder builder_;
+  std::map<std::string, std::size_t> nets_;
+};
+
+}  // namespace
+
+WiringDocument ReadWiringList(const std::string& fileName, std::string text,
+                              const WiringListOptions& options) {
+  const std::string utf8 = DocumentTextToUtf8(std::move(text));
+  return ListReading(ReadWiringTable(fileName, utf8, TableUse::List, options.columns)).Read();
+}
+
+}  // namespace kxbench::documents

@@ -1,0 +1,135 @@
+#include "bench/documents/XmlSource.h"
+
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "bench/documents/NameText.h"
+#include "text/TextEncoding.h"
+#include "text/Trim.h"
+#include "text/Utf8.h"
+
+namespace kxbench::documents {
+
+namespace {
+
+std::string AsUtf8(std::string text) {
+  if (text.starts_with(shorttest::Utf8ByteOrderMark)) text.erase(0, shorttest::Utf8ByteOrderMark.size());
+  return shorttest::IsUtf8(text) ? std::move(text) : shorttest::FileTextToUtf8(text);
+}
+
+/// The character that "#10" or "#xA" stands for; 0 for none.
+char32_t NumberedCharacter(std::string_view entity) {
+  entity.remove_prefix(1);
+  const bool hexadecimal = entity.starts_with('x');
+  if (hexadecimal) entity.remove_prefix(1);
+  std::uint32_t code = 0;
+  const char* const end = entity.data() + entity.size();
+  const auto [stop, error] = std::from_chars(entity.data(), end, code, hexadecimal ? 16 : 10);
+  const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+  if (error != std::errc() || stop != end || code > 0x10FFFF || surrogate) return 0;
+  return code;
+}
+
+char32_t CharacterOf(std::string_view entity) {
+  if (entity == "lt") return U'<';
+  if (entity == "gt") return U'>';
+  if (entity == "amp") return U'&';
+  if (entity == "quot") return U'"';
+  if (entity == "apos") return U'\'';
+  return entity.starts_with('#') ? NumberedCharacter(entity) : 0;
+}
+
+}  // namespace
+
+XmlSource::XmlSource(const std::string& fileName, std::string text)
+    : fileName_(fileName), text_(AsUtf8(std::move(text))), places_(text_) {
+  const auto placeAt = [this](std::size_t offset) {
+    const auto [line, column] = places_.At(text_, offset);
+    return Place{fileName_, line, column};
+  };
+  if (const std::size_t at = FindControlCharacter(text_); at != std::string::npos) {
+    throw DocumentError(placeAt(at), "a control character: this is no text");
+  }
+  // The texts are taken as they stand: what the parser would shift about in them, places would lose.
+  const pugi::xml_parse_result result = document_.load_buffer_inplace(
+      text_.data(), text_.size(), pugi::parse_cdata | pugi::parse_doctype, pugi::encoding_utf8);
+  if (!result) {
+    throw DocumentError(placeAt(static_cast<std::size_t>(result.offset)),
+                        std::string("this is no XML: ") + result.description());
+  }
+  for (const pugi::xml_node node : document_.children()) {
+    if (node.type() != pugi::node_element) continue;
+    if (root_) throw DocumentError(PlaceOf(node), "this is no XML: a second outermost element");
+    root_ = node;
+  }
+  CheckDocumentType();
+}
+
+void XmlSource::CheckDocumentType() const {
+  for (const pugi::xml_node node : document_.children()) {
+    if (node.type() != pugi::node_doctype) continue;
+    const std::string_view type = shorttest::Trim(node.value());
+    if (type.find_first_of(" \t\r\n[\"'") == std::string_view::npos) continue;
+    throw DocumentError({fileName_, 0, 0},
+                        "the file has a document type with declarations or a link: entities are not read");
+  }
+}
+
+Place XmlSource::PlaceOf(pugi::xml_node element) const {
+  const std::ptrdiff_t offset = element.offset_debug();  // of the name
+  if (offset < 1) return {fileName_, 0, 0};
+  const auto [line, column] = places_.At(text_, static_cast<std::size_t>(offset) - 1);
+  return {fileName_, line, column};
+}
+
+std::string XmlSource::TextOf(pugi::xml_node element) const {
+  std::string text;
+  for (const pugi::xml_node child : element.children()) {
+    if (child.type() == pugi::node_cdata) text += child.value();
+    if (child.type() == pugi::node_pcdata) AppendWithEntities(element, child.value(), text);
+  }
+  return std::string(shorttest::Trim(text));
+}
+
+std::string XmlSource::ChildText(pugi::xml_node element, std::string_view name) const {
+  return TextOf(XmlChild(element, name));
+}
+
+void XmlSource::AppendWithEntities(pugi::xml_node element, std::string_view raw, std::string& text) const {
+  for (std::size_t at = raw.find('&'); at != std::string_view::npos; at = raw.find('&')) {
+    text += raw.substr(0, at);
+    raw.remove_prefix(at + 1);
+    const std::size_t end = raw.find(';');
+    const std::string_view entity = raw.substr(0, end);
+    const char32_t character = end == std::string_view::npos ? U'\0' : CharacterOf(entity);
+    if (character == 0) {
+      throw DocumentError(PlaceOf(element), "the entity &" + ShownText(entity) +
+                                                " is not known: only XML's own entities are read");
+    }
+    shorttest::AppendUtf8(text, character);
+    raw.remove_prefix(end + 1);
+  }
+  text += raw;
+}
+
+std::string_view XmlName(pugi::xml_node element) {
+  const std::string_view name = element.name();
+  return name.substr(name.find(':') + 1);  // npos + 1 is 0
+}
+
+pugi::xml_node XmlChild(pugi::xml_node element, std::string_view name) {
+  for (const pugi::xml_node child : element.children()) {
+    if (XmlName(child) == name) return child;
+  }
+  return {};
+}
+
+std::string_view XmlAttribute(pugi::xml_node element, const char* name) {
+  return shorttest::Trim(element.attribute(name).value());
+}
+
+std::string_view XmlRawText(pugi::xml_node element) { return shorttest::Trim(element.child_value()); }
+
+}  // namespace kxbench::documents

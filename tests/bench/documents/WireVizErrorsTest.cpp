@@ -1,0 +1,227 @@
+#include <gmock/gmock.h>
+
+#include "bench/documents/WireVizReader.h"
+#include "tests/bench/RowName.h"
+#include "tests/bench/documents/DocumentTexts.h"
+
+namespace kxbench::documents {
+namespace {
+
+struct BadWireViz {
+  std::string name;
+  std::string text;
+  std::string refusal;  // without the file's name
+};
+
+class BadWireVizTest : public testing::TestWithParam<BadWireViz> {};
+
+TEST_P(BadWireVizTest, IsRefusedAtItsPlace) {
+  EXPECT_EQ(RefusalOf([&] { ReadWireViz({{{"w.yml", GetParam().text}}}); }), "w.yml" + GetParam().refusal);
+}
+
+BadWireViz Sections(const std::string& name, const std::string& text, const std::string& refusal) {
+  return {name, text, refusal};
+}
+
+// One connection set in line 5; X and Y have 4 pins, W has 2 wires, C a wire of each of three colours.
+BadWireViz Set(const std::string& name, const std::string& set, const std::string& refusal) {
+  return {name,
+          "connectors: {X: {pincount: 4, pinlabels: [GND, SIG, GND]}, Y: {pinlabels: [a, b, 1, 2]}, F: "
+          "{style: simple}}\n"
+          "cables:\n"
+          "  W: {wirecount: 2}\n"
+          "  C: {colors: [RD, BK, BK, GN], wirelabels: [GN, up], shield: true}\nconnections: [" +
+              set + "]\n",
+          refusal};
+}
+
+BadWireViz Connector(const std::string& name, const std::string& attributes, const std::string& refusal) {
+  return {name, "connectors:\n  X: " + attributes + "\nconnections: [[X]]\n", refusal};
+}
+
+BadWireViz Cable(const std::string& name, const std::string& attributes, const std::string& refusal) {
+  return {name, "cables:\n  W: " + attributes + "\nconnections: [[W]]\n", refusal};
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Documents, BadWireVizTest,
+    testing::Values(
+        Sections("Empty", "", ": the document is empty"),
+        Sections("Comment", "# nothing\n", ": the document is empty"),
+        Sections("NoMap", "[1, 2]", ":1:1: this is no WireViz document: it has no sections"),
+        Sections("JustText", "hello", ":1:1: this is no WireViz document: it has no sections"),
+        Sections("NoConnections", "connectors: {X: {pincount: 1}}",
+                 ":1:1: there is no section connections: nothing is connected"),
+        Sections("EmptyConnections",
+                 "connections:", ":1:1: there is no section connections: nothing is connected"),
+        Sections("ConnectionsIsAMap", "connections: {X: 1}",
+                 ":1:14: section connections must be a list of connection sets"),
+        Sections("ConnectorsIsAList", "connectors: [X]\nconnections: [[X]]",
+                 ":1:13: section connectors must be a map"),
+        Sections("CablesIsAText", "cables: W\nconnections: [[W]]", ":1:9: section cables must be a map"),
+        Sections("SeparatorIsEmpty", "options: {template_separator: ''}\nconnections: [[W]]",
+                 ":1:31: template_separator must be a text"),
+        Sections("TwoDocuments", "connections: []\n---\nconnections: []\n",
+                 ":2:1: there is a second document in the file: there must be one"),
+        Sections("ControlCharacter", "connections:\n  - \x04\n",
+                 ":2:5: a control character: this is no text"),
+        Sections("EscapeOfHalfACharacter", "connections: \"\\ä\"",
+                 ":1:17: this is no YAML: unknown escape character: \uFFFD"),
+        Sections("NameWithALineBreak", "connectors: {\"X\\n\": {pins: 1}}\nconnections: [[X]]",
+                 ":1:28: pins of X must be a list"),
+        Sections("UnknownAlias", "connections: *x",
+                 ":1:14: this is no YAML: the referenced anchor is not defined"),
+        Sections("AliasInItself", "connections: &x [*x]", ":1:18: an alias inside of what it names"),
+        Sections("MergeOfAText", "connections: [[X]]\nconnectors: {X: {<<: yes}}",
+                 ":2:22: a merge key (<<) takes a map or a list of maps"),
+        Sections("MergeOfAListOfTexts", "connections: [[X]]\nconnectors: {X: {<<: [yes]}}",
+                 ":2:23: a merge key (<<) takes a map or a list of maps"),
+        Sections("KeyIsAList", "connections: [[X]]\nconnectors: {[X]: {}}", ":2:14: a key must be a text")),
+    RowName<BadWireViz>);
+
+INSTANTIATE_TEST_SUITE_P(
+    Sets, BadWireVizTest,
+    testing::Values(
+        Set("SetIsNoList", "X", ":5:15: a connection set must be a list of connectors and cables"),
+        Set("SetIsEmpty", "[]", ":5:15: a connection set must be a list of connectors and cables"),
+        Set("PathsOfUnequalLength", "[X: [1, 2], W: [1, 2], Y: a]",
+            ":5:38: this item has 1 paths, the item before it has 2"),
+        Set("RangeOfUnequalLength", "[X: [1-3],\n W: [1-2]]",
+            ":6:2: this item has 2 paths, the item in line 5 has 3"),
+        Set("ListOfUnequalLength", "[X: [1-3], C: [1, 2, 4], [F., F.]]",
+            ":5:40: this item has 2 paths, the item before it has 3"),
+        Set("UnknownPin", "[X: 5, W: 1]", ":5:19: X has no pin 5: it has 4, 1 to 4"),
+        Set("PinZero", "[X: 0, W: 1]", ":5:19: X has no pin 0: it has 4, 1 to 4"),
+        Set("UnknownPinInARange", "[X: [3-5], C: [1-3]]", ":5:20: X has no pin 5: it has 4, 1 to 4"),
+        Set("UnknownLabel", "[X: VCC, W: 1]", ":5:19: X has no pin VCC: it has 4, 1 to 4"),
+        Set("LabelOfTwoPins", "[X: GND, W: 1]", ":5:19: X has 2 pins labelled GND: say which by its number"),
+        Set("PinAndLabelOfAnother", "[Y: 1, W: 1]", ":5:19: 1 of Y is a pin and the label of another, pin 3"),
+        Set("UnknownPinOfAConnectorAlone", "[X: 5]", ":5:19: X has no pin 5: it has 4, 1 to 4"),
+        Set("Wire7Of2", "[X: 1, W: 7, Y: a]", ":5:25: W has no wire 7: it has 2"),
+        Set("WireZero", "[X: 1, W: 0]", ":5:25: W has no wire 0: it has 2"),
+        Set("UnknownColor", "[X: 1, C: YE]", ":5:25: C has no wire YE: it has 4"),
+        Set("ColorOfTwoWires", "[X: 1, C: BK]", ":5:25: C has 2 wires BK: say which by its number"),
+        Set("ColorAndLabelOfAnother", "[X: 1, C: GN]",
+            ":5:25: GN of C is the colour of one wire and the label of another"),
+        Set("ShieldWithoutOne", "[X: 1, W: s]", ":5:25: W has no shield: s is none of its wires"),
+        Set("ConnectorInPlaceOfACable", "[X: 1, Y: a, W: 1]",
+            ":5:22: Y is a connector, but after a connector there must be a cable or an arrow"),
+        Set("CableAfterACable", "[X: 1, W: 1, C: 1]",
+            ":5:28: C is a cable, but after a cable there must be a connector"),
+        Set("ArrowAfterACable", "[X: 1, W: 1, --, Y: a]",
+            ":5:28: an arrow, but after a cable there must be a connector"),
+        Set("ArrowAtTheStart", "[--, X: 1]", ":5:16: an arrow must stand between two connectors"),
+        Set("ArrowAtTheEnd", "[X: 1, ==>]", ":5:22: an arrow must stand between two connectors"),
+        Set("ArrowWithPins", "[X: 1, --: 1, Y: a]", ":5:22: an arrow has no pins"),
+        Set("CableInAListOfConnectors", "[[F, W], C: [1, 2]]",
+            ":5:20: a cable in a list that begins with a connector"),
+        Set("UnknownName", "[X: 1, V: 1]", ":5:22: V is neither a connector nor a cable nor an arrow"),
+        Set("UnknownTemplate", "[V.X1: 1, W: 1]", ":5:16: V is neither a connector nor a cable nor an arrow"),
+        Set("TwoSeparators", "[X.Y.Z: 1, W: 1]",
+            ":5:16: X.Y.Z has more than one . between template and name"),
+        Set("MadeFromAnotherTemplate", "[X.U: 1, W: 1, Y.U: a]",
+            ":5:30: U is made from X already and cannot be made from Y"),
+        Set("NoPins", "[X: , W: 1]", ":5:19: a pin or a wire is missing here"),
+        Set("EmptyListOfPins", "[X: [], W: 1]", ":5:19: no pin and no wire is named here"),
+        Set("EmptyListOfNames", "[[], W: 1]", ":5:16: an empty list in a connection set"),
+        Set("ListInAListOfPins", "[X: [[1, 2]], W: 1]", ":5:20: a pin or a wire must be a text"),
+        Set("TwoConnectorsInOneItem", "[{X: 1, Y: a}, W: 1]",
+            ":5:16: one connector or cable, and its pins, was expected"),
+        Set("NameWithALineBreak", "[\"X\\nY\": 1]",
+            ":5:16: a connector, a cable or an arrow must be a text of one line"),
+        Set("EndlessRange", "[X: 1-999999999999]",
+            ":5:19: the document is too large: more than 500000 pins and wires in connection sets"),
+        Set("RangeOfNumbersNoComputerHas", "[X: 1-99999999999999999999999]",
+            ":5:19: X has no pin 1-99999999999999999999999: it has 4, 1 to 4")),
+    RowName<BadWireViz>);
+
+INSTANTIATE_TEST_SUITE_P(
+    Parts, BadWireVizTest,
+    testing::Values(
+        Connector("NoPinsAtAll", "{type: D-Sub}",
+                  ":2:3: connector X needs pincount, pins, pinlabels or pincolors"),
+        Connector("NoAttributes", "", ":2:3: connector X needs pincount, pins, pinlabels or pincolors"),
+        Connector("AttributesAreAText", "D-Sub", ":2:6: X needs a map of attributes"),
+        Connector("PinTwice", "{pins: [1, 2, 1]}", ":2:20: pin 1 of X is there twice"),
+        Connector("PinsIsANumber", "{pins: 4}", ":2:13: pins of X must be a list"),
+        Connector("PinIsAMap", "{pins: [1: 2]}", ":2:14: a pin must be a text"),
+        Connector("PinWithoutName", "{pins: [1, ~]}", ":2:17: a pin is missing here"),
+        Connector("LabelIsAList", "{pinlabels: [[A]]}", ":2:19: pinlabels of X holds texts and nothing else"),
+        Connector("PincountIsAText", "{pincount: four}",
+                  ":2:17: pincount of X must be a whole number, not four"),
+        Connector("PincountIsAList", "{pincount: [4]}", ":2:17: pincount of X must be a whole number"),
+        Connector("PincountIsNegative", "{pincount: -4}",
+                  ":2:17: pincount of X must be a whole number, not -4"),
+        Connector("PincountIsHuge", "{pincount: 10001}", ":2:17: pincount of X is more than 10000"),
+        Connector("PincountIsBeyondNumbers", "{pincount: 99999999999999999999}",
+                  ":2:17: pincount of X is more than 10000"),
+        Connector("SimpleWithTwoPins", "{style: simple, pincount: 2}",
+                  ":2:32: X has style simple and can have one pin only"),
+        Connector("LoopOfOne", "{pincount: 2, loops: [[1]]}",
+                  ":2:28: one of the loops of X must be a list of two pins"),
+        Connector("LoopOfThree", "{pincount: 3, loops: [[1, 2, 3]]}",
+                  ":2:28: one of the loops of X must be a list of two pins"),
+        Connector("LoopIsAText", "{pincount: 3, loops: [1, 2]}",
+                  ":2:28: one of the loops of X must be a list of two pins"),
+        Connector("LoopOfAnUnknownPin", "{pincount: 2, loops: [[1, 3]]}",
+                  ":2:32: X has no pin 3: it has 2, 1 to 2"),
+        Connector("UnknownPinOfASinglePin", "{pincount: 1, loops: [[1, 3]]}",
+                  ":2:32: X has no pin 3: it has 1, 1"),
+        Connector("OldNameOfLabels", "{pinout: [A]}",
+                  ":2:7: attribute pinout of X is called pinlabels today"),
+        Connector("OldNameOfPins", "{pinnumbers: [A]}",
+                  ":2:7: attribute pinnumbers of X is called pins today"),
+        Cable("NoWires", "{type: LiYY}", ":2:3: cable W needs wirecount or colors"),
+        Cable("ColorCodeAlone", "{color_code: DIN}", ":2:3: cable W needs wirecount or colors"),
+        Cable("UnknownColorCode", "{wirecount: 2, color_code: DAN}", ":2:33: color_code DAN is not known"),
+        Cable("ColorsIsAText", "{colors: BK}", ":2:15: colors of W must be a list"),
+        Cable("ColorIsAList", "{colors: [[BK]]}", ":2:16: colors of W holds texts and nothing else"),
+        Cable("WirecountIsHuge", "{wirecount: 999999}", ":2:18: wirecount of W is more than 10000"),
+        Cable("LabelOfTheShield", "{wirecount: 2, shield: true, wirelabels: [s]}",
+              ":2:3: cable W has a shield: s cannot be the label of a wire too")),
+    RowName<BadWireViz>);
+
+TEST(HostileWireVizTest, DeepNestingIsRefused) {
+  for (const char* const open : {"[", "{a: ", "- "}) {
+    std::string text = "connections: ";
+    if (*open == '-') text += '\n';
+    for (int i = 0; i < 100'000; ++i) text += open;
+    EXPECT_THAT(RefusalOf([&] { ReadWireViz({{{"w.yml", text}}}); }), testing::HasSubstr("w.yml:")) << open;
+  }
+}
+
+TEST(HostileWireVizTest, MergeKeysThatMultiplyAreRefused) {
+  std::string text = "m0: &m0 {pincount: 1}\n";
+  for (int i = 1; i < 60; ++i) {
+    const std::string below = "*m" + std::to_string(i - 1);
+    text += "m" + std::to_string(i) + ": &m" + std::to_string(i) + " {<<: [" + below + ", " + below + "]}\n";
+  }
+  text += "connectors: {X: *m59}\nconnections: [[X]]\n";
+  EXPECT_THAT(RefusalOf([&] {
+                ReadWireViz({{{"w.yml", text}}});
+              }),
+              testing::HasSubstr("the document asks for too much work"));
+}
+
+TEST(HostileWireVizTest, AliasesThatMultiplyCostNothing) {
+  std::string text = "a0: &a0 [x, x]\n";
+  for (int i = 1; i < 90; ++i) {
+    const std::string below = "*a" + std::to_string(i - 1);
+    text += "a" + std::to_string(i) + ": &a" + std::to_string(i) + " [" + below + ", " + below + "]\n";
+  }
+  const WiringDocument document =
+      ReadWireViz({{{"w.yml", text + "connectors: {X: {pincount: 1}}\nconnections: [[X]]\n"}}});
+  EXPECT_EQ(AllPins(document), "X.1");
+}
+
+TEST(HostileWireVizTest, TemplatesThatMultiplyAreRefused) {
+  std::string text = "connectors: {X: {pincount: 9999}}\ncables: {W: {wirecount: 1}}\nconnections:\n";
+  for (int i = 0; i < 20; ++i) text += "  - [X., W: 1]\n";
+  EXPECT_EQ(RefusalOf([&] {
+              ReadWireViz({{{"w.yml", text}}});
+            }),
+            "w.yml:14:6: the document is too large: more than 100000 pins");
+}
+
+}  // namespace
+}  // namespace kxbench::documents
