@@ -48,7 +48,9 @@ void KblParts::Collect(pugi::xml_node element, const std::string& slot, int dept
       const auto known = slotNames_.find(XmlRawText(XmlChild(child, "Part")));
       const bool named = known != slotNames_.end() && IsName(known->second);
       const std::string name = named ? known->second : std::to_string(slots);
-      Collect(child, slot.empty() ? name : slot + '_' + name, depth + 1, cavities);
+      std::string path = slot.empty() ? slot : slot + '_';
+      path += name;
+      Collect(child, path, depth + 1, cavities);
     } else if (IsCavityElement(XmlName(child))) {
       cavities.push_back(CavityOf(child, slot));
     }

@@ -16,62 +16,20 @@ namespace kxbench::documents {
 namespace {
 
 // Attributes that this reader looks at come first; the others say how things look or what they cost.
-constexpr std::string_view ConnectorAttributes[] = {"shorts",
-                                                    "style",
-                                                    "pincount",
-                                                    "pins",
-                                                    "pinlabels",
-                                                    "pincolors",
-                                                    "loops",
-                                                    "type",
-                                                    "subtype",
-                                                    "category",
-                                                    "color",
-                                                    "image",
-                                                    "notes",
-                                                    "ignore_in_bom",
-                                                    "pn",
-                                                    "manufacturer",
-                                                    "mpn",
-                                                    "supplier",
-                                                    "spn",
-                                                    "bgcolor",
-                                                    "bgcolor_title",
-                                                    "show_name",
-                                                    "show_pincount",
-                                                    "hide_disconnected_pins",
-                                                    "additional_components"};
-constexpr std::string_view CableAttributes[] = {"wirecount",
-                                                "colors",
-                                                "color_code",
-                                                "wirelabels",
-                                                "shield",
-                                                "category",
-                                                "type",
-                                                "gauge",
-                                                "show_equiv",
-                                                "length",
-                                                "color",
-                                                "image",
-                                                "notes",
-                                                "pn",
-                                                "ignore_in_bom",
-                                                "manufacturer",
-                                                "mpn",
-                                                "supplier",
-                                                "spn",
-                                                "bgcolor",
-                                                "bgcolor_title",
-                                                "show_name",
-                                                "show_wirecount",
-                                                "show_wirenumbers",
-                                                "additional_components"};
+constexpr std::string_view ConnectorAttributes =
+    " style pincount pins pinlabels pincolors loops shorts"
+    " type subtype category color image notes ignore_in_bom pn manufacturer mpn supplier spn bgcolor"
+    " bgcolor_title show_name show_pincount hide_disconnected_pins additional_components ";
+constexpr std::string_view CableAttributes =
+    " wirecount colors color_code wirelabels shield"
+    " category type gauge show_equiv length color image notes ignore_in_bom pn manufacturer mpn supplier spn"
+    " bgcolor bgcolor_title show_name show_wirecount show_wirenumbers additional_components ";
 
 /// The attributes of one connector or cable.
 class WireVizAttributes {
  public:
-  template <std::size_t N>
-  WireVizAttributes(const YamlDocument& document, const YamlEntry& entry, const std::string_view (&known)[N],
+  /// `known`: their names, a blank before and after each.
+  WireVizAttributes(const YamlDocument& document, const YamlEntry& entry, std::string_view known,
                     WiringBuilder& warnings)
       : document_(document), entry_(entry), name_(shorttest::Trim(entry.first->text)) {
     const YamlNode& attributes = *entry.second;
@@ -80,7 +38,7 @@ class WireVizAttributes {
     for (const auto& [key, value] : document.EntriesOf(attributes)) {
       values_.emplace(key->text, value);
       RefuseOldName(*key);
-      if (std::find(std::begin(known), std::end(known), key->text) != std::end(known)) continue;
+      if (known.find(' ' + key->text + ' ') != std::string_view::npos) continue;
       warnings.Warn(document.PlaceOf(*key), "attribute " + ShownText(key->text) + " of " + Name() +
                                                 " is not known and has no effect");
     }
