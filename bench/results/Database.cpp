@@ -42,11 +42,7 @@ void Database::Explain(const std::exception& error) const {
 
 void Database::Do(const std::string& begin, const std::function<void()>& work) {
   try {
-    if (begin.empty()) {
-      session_->begin();
-    } else {
-      *session_ << begin;
-    }
+    *session_ << begin;
     try {
       work();
       session_->commit();
@@ -65,7 +61,10 @@ void Database::Do(const std::string& begin, const std::function<void()>& work) {
   }
 }
 
-void Database::Change(const std::function<void()>& work) { Do("", work); }
+void Database::Change(const std::function<void()>& work) {
+  // One of SQLite that began as a reader could not go on as a writer when another program wrote meanwhile.
+  Do(IsServer(url_) ? "begin" : "begin immediate", work);
+}
 
 void Database::Read(const std::function<void()>& work) {
   Do(IsServer(url_) ? "begin isolation level repeatable read read only" : "begin", work);

@@ -25,7 +25,7 @@ const soci::backend_factory& PostgresqlServers();
 /// What PostgresqlServers takes.
 std::string PostgresqlConnection(const StoreUrl& url, std::optional<std::chrono::milliseconds> patience);
 
-/// A second descriptor of the session's socket; -1 where there is none.
+/// A second descriptor of the socket of a session of PostgresqlServers; -1 where there is none.
 int SecondSocket(soci::session& session);
 
 /// Ends the connection of a socket got from SecondSocket, so that whoever waits for it wakes up; closes it.

@@ -1,6 +1,7 @@
 #include <soci/soci.h>
 #include <soci/sqlite3/soci-sqlite3.h>
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -17,50 +18,44 @@ using sqlite_api::sqlite3_errmsg;
 using sqlite_api::sqlite3_exec;
 using sqlite_api::sqlite3_open_v2;
 
-/// The library's own session splits its connection text at blanks and '=', which file names may hold, and
-/// starts transactions that find out only when they write that another program does too.
-class SqliteSession : public soci::sqlite3_session_backend {
+using Connection = sqlite_api::sqlite3*;
+
+void Execute(Connection connection, const char* statement) {
+  if (sqlite3_exec(connection, statement, nullptr, nullptr, nullptr) != SQLITE_OK) {
+    throw std::runtime_error(sqlite3_errmsg(connection));
+  }
+}
+
+void Open(Connection& connection, const std::string& file, bool make, int patience) {
+  const int flags = SQLITE_OPEN_READWRITE | (make ? SQLITE_OPEN_CREATE : 0);
+  if (sqlite3_open_v2(file.c_str(), &connection, flags, nullptr) != SQLITE_OK) {
+    throw std::runtime_error(sqlite3_errmsg(connection));
+  }
+  sqlite3_busy_timeout(connection, patience);
+  // Whatever is committed is on the disk. The log beside the file lets others read meanwhile; where the file
+  // system cannot do that, the usual journal does.
+  Execute(connection, "PRAGMA journal_mode = WAL");
+  Execute(connection, "PRAGMA synchronous = FULL");
+  Execute(connection, "PRAGMA foreign_keys = ON");
+}
+
+/// The library splits a connection's text at blanks and '=', which the names of files may hold. So it opens
+/// nothing, and gets our connection.
+class SqliteFactory : public soci::backend_factory {
  public:
-  explicit SqliteSession(const soci::connection_parameters& parameters)
-      : sqlite3_session_backend(soci::connection_parameters(soci::sqlite3, ":memory:")) {
+  soci::details::session_backend* make_session(const soci::connection_parameters& parameters) const override {
     const std::string& text = parameters.get_connect_string();
     const std::size_t blank = text.find(' ');
     const int patience = std::stoi(text.substr(1, blank - 1));
-    Open(text.substr(blank + 1), text.front() == 'c', patience);
-  }
-
-  void begin() override { Execute("BEGIN IMMEDIATE", "cannot begin a transaction: "); }
-
- private:
-  void Open(const std::string& file, bool make, int patience) {
-    sqlite3_close(conn_);
-    conn_ = nullptr;
-    const int flags = SQLITE_OPEN_READWRITE | (make ? SQLITE_OPEN_CREATE : 0);
-    if (sqlite3_open_v2(file.c_str(), &conn_, flags, nullptr) != SQLITE_OK) Fail("");
-    sqlite3_busy_timeout(conn_, patience);
-    // Whatever is committed is on the disk. The log beside the file lets others read meanwhile; where the
-    // file system cannot do that, the usual journal does.
-    Execute("PRAGMA journal_mode = WAL", "");
-    Execute("PRAGMA synchronous = FULL", "");
-    Execute("PRAGMA foreign_keys = ON", "");
-  }
-
-  void Execute(const char* statement, const char* what) {
-    if (sqlite3_exec(conn_, statement, nullptr, nullptr, nullptr) != SQLITE_OK) Fail(what);
-  }
-
-  [[noreturn]] void Fail(const char* what) {
-    const std::string reason = sqlite3_errmsg(conn_);
-    sqlite3_close(conn_);
-    conn_ = nullptr;
-    throw std::runtime_error(what + reason);
-  }
-};
-
-class SqliteFactory : public soci::backend_factory {
- public:
-  SqliteSession* make_session(const soci::connection_parameters& parameters) const override {
-    return new SqliteSession(parameters);
+    // The library lets its classes be used through their bases alone.
+    const soci::backend_factory& library = *soci::factory_sqlite3();
+    std::unique_ptr<soci::details::session_backend> session(
+        library.make_session(soci::connection_parameters(library, ":memory:")));
+    Connection& connection = static_cast<soci::sqlite3_session_backend*>(session.get())->conn_;
+    sqlite3_close(connection);
+    connection = nullptr;
+    Open(connection, text.substr(blank + 1), text.front() == 'c', patience);
+    return session.release();
   }
 };
 

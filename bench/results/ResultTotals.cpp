@@ -158,11 +158,15 @@ on conflict (part, station, day, kind, channels_key) do update set checks = faul
   }
 }
 
+/// A fault of more channels, such as exchanged plugs, says nothing of a single contact.
+constexpr std::size_t MostContacts = 16;
+
 /// A device counts once for each contact and station, however often it is tested there.
 void CountContacts(soci::session& session, const Result& result, const std::string& day) {
   std::set<int> channels;
-  for (const ResultFault& fault : result.faults)
-    channels.insert(fault.channels.begin(), fault.channels.end());
+  for (const ResultFault& fault : result.faults) {
+    if (fault.channels.size() <= MostContacts) channels.insert(fault.channels.begin(), fault.channels.end());
+  }
   if (channels.empty()) return;
   const std::string& device = result.serial.empty() ? result.id : result.serial;
   int channel = 0;
