@@ -6,15 +6,28 @@
 
 namespace kxbench {
 
+namespace {
+
+/// A text that goes into results; what no database could hold is refused at once.
+void DeclareText(OptionList& list, const std::string& name, const std::string& type,
+                 const std::string& description, std::optional<std::string>& target) {
+  list.Value(name, type, description, [name, &target](const std::string& text) {
+    RequireStorable(name, text);
+    target = text;
+  });
+}
+
+}  // namespace
+
 void ResultOptions::DeclareIn(OptionList& list) {
-  list.Value("--serial", "TEXT", "Serial number of the device, for its result", serial);
+  DeclareText(list, "--serial", "TEXT", "Serial number of the device, for its result", serial);
   DeclareWithoutSerialIn(list);
 }
 
 void ResultOptions::DeclareWithoutSerialIn(OptionList& list) {
-  list.Value("--part", "TEXT", "Part number of the device, for its result", part);
-  list.Value("--operator", "NAME", "Who tests, for the result", operatorName);
-  list.Value("--station", "NAME", "Where, for the result (default: the computer's name)", station);
+  DeclareText(list, "--part", "TEXT", "Part number of the device, for its result", part);
+  DeclareText(list, "--operator", "NAME", "Who tests, for the result", operatorName);
+  DeclareText(list, "--station", "NAME", "Where, for the result (default: the computer's name)", station);
   list.Value(
           "--output", "FORMAT:FILE",
           "Write the result to FILE; json, jsonl (appended), junit, csv or html; may be given several times",
@@ -30,6 +43,7 @@ void ResultOptions::DeclareWithoutSerialIn(OptionList& list) {
             outputs.push_back(*output);
           })
       .repeatable = true;
+  store.DeclareIn(list);
 }
 
 }  // namespace kxbench

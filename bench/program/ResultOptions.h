@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bench/program/OptionList.h"
+#include "bench/program/StoreOptions.h"
 #include "bench/results/OutputFiles.h"
 
 namespace kxbench {
@@ -16,6 +17,7 @@ struct ResultOptions {
   std::optional<std::string> operatorName;
   std::optional<std::string> station;  ///< none: the computer's name
   std::vector<results::OutputFile> outputs;
+  StoreOptions store;
 
   void DeclareIn(OptionList& list);
 
@@ -23,7 +25,7 @@ struct ResultOptions {
   void DeclareWithoutSerialIn(OptionList& list);
 
   /// A result is to be kept anywhere.
-  bool Wanted() const { return !outputs.empty(); }
+  bool Wanted() const { return !outputs.empty() || store.results; }
 };
 
 }  // namespace kxbench

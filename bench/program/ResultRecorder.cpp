@@ -55,6 +55,7 @@ void ResultRecorder::Open(const Project& project, std::function<void(const std::
   if (!Wanted()) return;
   tell_ = std::move(tell);
   for (const results::OutputFile& output : options_.outputs) RequireWritable(output);
+  store_ = OpenResults(options_.store);
   names_ = wiring::ChannelNames(project.IniFile());
   station_ = options_.station.value_or(ComputerName());
   serial_ = options_.serial.value_or("");

@@ -22,9 +22,13 @@ struct StoreOptions {
 
   /// How long a server may take for everything that storing one result needs, before the spool takes it.
   std::chrono::milliseconds timeout{2000};
+
+  /// How long a server that did not answer in time is left alone, so that it does not hold up every check.
+  std::chrono::milliseconds retryAfter{30000};
 };
 
-/// Keeps results in a database. One object serves one thread.
+/// Keeps results in a database. One object serves one thread. It has a thread of its own that talks to the
+/// database, so it is made after the process was split in two (EnterGuard) and is not carried across a fork.
 class ResultStore {
  public:
   ResultStore() = default;
@@ -57,6 +61,6 @@ std::unique_ptr<ResultStore> OpenResultStore(const std::string& url, const Store
 /// Throws std::runtime_error when a database could not hold `value` as it is: it is not UTF-8, holds a NUL
 /// character, or is longer than MostStorableBytes. `what` names it: "--serial".
 void CheckStorable(const std::string& what, const std::string& value);
-inline constexpr std::size_t MostStorableBytes = 1 << 20;
+inline constexpr std::size_t MostStorableBytes = 500;  ///< databases limit the entries of their indexes
 
 }  // namespace kxbench::results
