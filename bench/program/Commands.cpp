@@ -9,6 +9,7 @@ CommandList AllCommands() {
   commands.push_back(MakeRunCommand());
   commands.push_back(MakeLearnCommand());
   commands.push_back(MakeEditCommand());
+  commands.push_back(MakeResultsCommand());
   commands.push_back(MakeInfoCommand());
   return commands;
 }

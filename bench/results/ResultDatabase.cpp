@@ -1,5 +1,6 @@
 #include "bench/results/ResultDatabase.h"
 
+#include <limits>
 #include <stdexcept>
 #include <vector>
 
@@ -51,8 +52,8 @@ ResultDatabase::ResultDatabase(const std::string& url, bool make)
   MigrateSchema(database_);
 }
 
-void ResultDatabase::List(const ResultFilter& filter, std::size_t most,
-                          const std::function<void(const ResultLine&)>& each) {
+void ResultDatabase::Select(const ResultFilter& filter, std::size_t most,
+                            const std::function<void(const ResultLine&)>& each) {
   // The text of the statement is one of a few; what is asked for is bound.
   std::string query =
       "select id, started, seconds, verdict, serial, part, operator, station, expectation, sha256, diagnosis "
@@ -69,33 +70,48 @@ void ResultDatabase::List(const ResultFilter& filter, std::size_t most,
   const std::string station = filter.station.value_or("");
   const std::string verdict = filter.verdict ? std::string(VerdictWord(*filter.verdict)) : "";
   const long long limit = static_cast<long long>(most);
+  ResultLine line;
+  std::string diagnosis;
+  soci::indicator diagnosed = soci::i_null;
+  soci::statement select(database_.Session());
+  for (std::string* text : {&line.id, &line.started}) select.exchange(into(*text));
+  select.exchange(into(line.seconds));
+  for (std::string* text : {&line.verdict, &line.serial, &line.part, &line.operatorName, &line.station,
+                            &line.expectation, &line.sha256}) {
+    select.exchange(into(*text));
+  }
+  select.exchange(into(diagnosis, diagnosed));
+  select.exchange(use(filter.from));
+  select.exchange(use(to));
+  if (filter.part) select.exchange(use(part));
+  if (filter.serial) select.exchange(use(serial));
+  if (filter.station) select.exchange(use(station));
+  if (filter.verdict) select.exchange(use(verdict));
+  select.exchange(use(limit));
+  select.alloc();
+  select.prepare(query);
+  select.define_and_bind();
+  select.execute();
+  while (select.fetch()) {
+    line.diagnosis.reset();
+    if (diagnosed == soci::i_ok) line.diagnosis = diagnosis;
+    each(line);
+  }
+}
+
+void ResultDatabase::List(const ResultFilter& filter, std::size_t most,
+                          const std::function<void(const ResultLine&)>& each) {
+  database_.Read([&] { Select(filter, most, each); });
+}
+
+void ResultDatabase::Each(const ResultFilter& filter, const std::function<bool(const Result&)>& each) {
   database_.Read([&] {
-    ResultLine line;
-    std::string diagnosis;
-    soci::indicator diagnosed = soci::i_null;
-    soci::statement select(database_.Session());
-    for (std::string* text : {&line.id, &line.started}) select.exchange(into(*text));
-    select.exchange(into(line.seconds));
-    for (std::string* text : {&line.verdict, &line.serial, &line.part, &line.operatorName, &line.station,
-                              &line.expectation, &line.sha256}) {
-      select.exchange(into(*text));
-    }
-    select.exchange(into(diagnosis, diagnosed));
-    select.exchange(use(filter.from));
-    select.exchange(use(to));
-    if (filter.part) select.exchange(use(part));
-    if (filter.serial) select.exchange(use(serial));
-    if (filter.station) select.exchange(use(station));
-    if (filter.verdict) select.exchange(use(verdict));
-    select.exchange(use(limit));
-    select.alloc();
-    select.prepare(query);
-    select.define_and_bind();
-    select.execute();
-    while (select.fetch()) {
-      line.diagnosis.reset();
-      if (diagnosed == soci::i_ok) line.diagnosis = diagnosis;
-      each(line);
+    std::vector<std::string> ids;
+    Select(filter, std::numeric_limits<std::int32_t>::max(),
+           [&](const ResultLine& line) { ids.push_back(line.id); });
+    for (auto id = ids.rbegin(); id != ids.rend(); ++id) {
+      const std::optional<Result> result = ReadResult(database_, *id);
+      if (result && !each(*result)) break;
     }
   });
 }

@@ -20,6 +20,8 @@ class ResultDatabase {
   /// The newest first, at most `most`.
   void List(const ResultFilter& filter, std::size_t most, const std::function<void(const ResultLine&)>& each);
 
+  void Each(const ResultFilter& filter, const std::function<bool(const Result&)>& each);
+
   std::optional<Result> Find(const std::string& id);
 
   ResultSummary Summarise(const ResultFilter& filter);
@@ -28,6 +30,9 @@ class ResultDatabase {
   void Forward(const std::filesystem::path& spool, bool all, Delivery& delivery);
 
  private:
+  void Select(const ResultFilter& filter, std::size_t most,
+              const std::function<void(const ResultLine&)>& each);
+
   Database database_;
 };
 

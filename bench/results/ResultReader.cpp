@@ -21,15 +21,16 @@ bool ReadHead(soci::session& session, Result& result) {
   std::string verdict;
   std::string diagnosis;
   soci::indicator diagnosed = soci::i_null;
+  int checks = 1;
   session << R"(
 select started, seconds, verdict, serial, part, operator, station, expectation, sha256, diagnosis,
-  program_version, plugin_version, driver, driver_generation, cards, error
+  program_version, plugin_version, driver, driver_generation, cards, error, checks
 from stored_results where id = :id)",
       use(result.id), into(started), into(result.seconds), into(verdict), into(result.serial),
       into(result.part), into(result.operatorName), into(result.station), into(result.expectation),
       into(result.expectationSha256), into(diagnosis, diagnosed), into(result.programVersion),
       into(result.pluginVersion), into(result.driver), into(result.driverGeneration), into(result.cards),
-      into(result.error);
+      into(result.error), into(checks);
   if (!session.got_data()) return false;
   const auto time = TimeOf(started);
   const auto known = VerdictOf(verdict);
@@ -37,6 +38,7 @@ from stored_results where id = :id)",
   result.started = *time;
   result.verdict = *known;
   result.diagnosed = diagnosed == soci::i_ok;
+  result.checks = checks;
   return true;
 }
 

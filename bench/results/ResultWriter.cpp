@@ -1,5 +1,6 @@
 #include "bench/results/ResultWriter.h"
 
+#include "bench/results/Outputs.h"
 #include "bench/results/ResultTotals.h"
 
 namespace kxbench::results {
@@ -14,30 +15,25 @@ struct Nullable {
   soci::indicator indicator;
 };
 
-/// The faults in words, a line each; "no fault" for a diagnosis that found none.
-std::string DiagnosisText(const Result& result) {
-  std::string text;
-  for (const ResultFault& fault : result.faults) text += (text.empty() ? "" : "\n") + fault.text;
-  return text.empty() ? "no fault" : text;
-}
-
 bool WriteHead(soci::session& session, const Result& result) {
   const std::string started = TimeText(result.started);
   const std::string verdict(VerdictWord(result.verdict));
   const std::string diagnosis = DiagnosisText(result);
   soci::indicator diagnosed = result.diagnosed ? soci::i_ok : soci::i_null;
+  const int checks = static_cast<int>(result.checks);
   using soci::use;
   soci::statement insert =
       (session.prepare << R"(
 insert into stored_results (id, started, seconds, verdict, serial, part, operator, station, expectation, sha256,
-  diagnosis, program_version, plugin_version, driver, driver_generation, cards, error)
+  diagnosis, program_version, plugin_version, driver, driver_generation, cards, error,
+  checks)
 values (:id, :started, :seconds, :verdict, :serial, :part, :operator, :station, :expectation, :sha256,
-  :diagnosis, :program_version, :plugin_version, :driver, :driver_generation, :cards, :error)
+  :diagnosis, :program_version, :plugin_version, :driver, :driver_generation, :cards, :error, :checks)
 on conflict (id) do nothing)",
        use(result.id), use(started), use(result.seconds), use(verdict), use(result.serial), use(result.part),
        use(result.operatorName), use(result.station), use(result.expectation), use(result.expectationSha256),
        use(diagnosis, diagnosed), use(result.programVersion), use(result.pluginVersion), use(result.driver),
-       use(result.driverGeneration), use(result.cards), use(result.error));
+       use(result.driverGeneration), use(result.cards), use(result.error), use(checks));
   insert.execute(true);
   return insert.get_affected_rows() == 1;
 }

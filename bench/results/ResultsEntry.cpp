@@ -44,6 +44,10 @@ class DatabaseAtTheBorder : public ModuleDatabase {
                    const std::function<void(const ResultLine&)>& each) noexcept override {
     return Failed([&] { database_.List(filter, most, each); });
   }
+  std::string Each(const ResultFilter& filter,
+                   const std::function<bool(const Result&)>& each) noexcept override {
+    return Failed([&] { database_.Each(filter, each); });
+  }
   std::string Find(const std::string& id, std::optional<Result>& result) noexcept override {
     return Failed([&] { result = database_.Find(id); });
   }

@@ -56,6 +56,10 @@ class ModuleDatabase {
   virtual std::string List(const ResultFilter& filter, std::size_t most,
                            const std::function<void(const ResultLine&)>& each) noexcept = 0;
 
+  /// All that is known of each result, the oldest first; `each` throws nothing, and says whether to go on.
+  virtual std::string Each(const ResultFilter& filter,
+                           const std::function<bool(const Result&)>& each) noexcept = 0;
+
   /// All that is known of the result whose id is, or begins with, `id`; several matches are a failure.
   virtual std::string Find(const std::string& id, std::optional<Result>& result) noexcept = 0;
 

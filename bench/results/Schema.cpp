@@ -17,7 +17,7 @@ constexpr const char* FirstVersion[] = {
   serial text not null, part text not null, operator text not null, station text not null,
   expectation text not null, sha256 text not null, diagnosis text, program_version text not null,
   plugin_version text not null, driver text not null, driver_generation text not null, cards text not null,
-  error text not null))",
+  error text not null, checks integer not null))",
     R"(create index stored_results_started on stored_results (started))",
     R"(create index stored_results_serial on stored_results (serial, started))",
     R"(create index stored_results_part on stored_results (part, started))",
