@@ -12,12 +12,12 @@ namespace kxbench::results {
 
 /// Which results are meant. What is not given does not matter.
 struct ResultFilter {
-  std::optional<std::string> part;
-  std::optional<std::string> serial;
-  std::optional<std::string> station;
-  std::optional<Verdict> verdict;
-  std::string from;  ///< the first day or moment, "2026-03-14" or "2026-03-14T08:00:00.000Z"
-  std::string to;    ///< the last day, or the first moment that is not meant any more; empty: no end
+  std::optional<std::string> part = std::nullopt;
+  std::optional<std::string> serial = std::nullopt;
+  std::optional<std::string> station = std::nullopt;
+  std::optional<Verdict> verdict = std::nullopt;
+  std::string from = {};  ///< the first day or moment, "2026-03-14" or "2026-03-14T08:00:00.000Z"
+  std::string to = {};    ///< the last day, or the first moment that is not meant any more; empty: no end
 };
 
 /// A line of the view `results`.
