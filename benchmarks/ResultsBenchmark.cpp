@@ -36,15 +36,15 @@ select 'id' || n,
   '2026-' || substr(cast(101 + day / 28 as text), 2, 2) || '-' || substr(cast(101 + day % 28 as text), 2, 2) || 'T' ||
     substr(cast(100 + n / 3600 % 24 as text), 2, 2) || ':' || substr(cast(100 + n / 60 % 60 as text), 2, 2) || ':' ||
     substr(cast(100 + n % 60 as text), 2, 2) || '.000Z',
-  2.0 + n % 7, case when n % 10 = 8 or n % 50 = 9 then 'fail' else 'pass' end, 'SN ' || device, 'W-' || device % 20,
-  'somebody', 'bench ' || device % 8, 'w100.dat', 'sha', case when n % 10 = 8 then 'open: 1' end, '0.1.0', '1', 'driver',
+  2.0 + n % 7, case when n % 10 = 8 or n % 50 = 9 then 'fail' else 'pass' end, 'SN ' || device, 'W-' || (device % 20),
+  'somebody', 'bench ' || (device % 8), 'w100.dat', 'sha', case when n % 10 = 8 then 'open: 1' end, '0.1.0', '1', 'driver',
   '2', '4', '', 1
 from checks)";
 
 constexpr const char* Tables[] = {
     R"(insert into stored_faults
 select id, 1, 'open', (length(serial) * 7 + cast(substr(id, 3) as integer) / 10 % 40) || ',90',
-  'open: contact ' || cast(substr(id, 3) as integer) / 10 % 40 from stored_results where verdict = 'fail')",
+  'open: contact ' || (cast(substr(id, 3) as integer) / 10 % 40) from stored_results where verdict = 'fail')",
     R"(insert into devices
 select part, serial, first_id, first_started, station, substr(first_started, 1, 10), first_pass, last_id, last_started,
   last_pass from (

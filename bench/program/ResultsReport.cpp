@@ -14,6 +14,9 @@ using Align = Table::Align;
 
 constexpr std::size_t NameWidth = 40;
 
+/// A month of days; the page has all of them.
+constexpr std::size_t MostDays = 31;
+
 /// A text of a database as a cell.
 std::string CellText(const std::string& text) { return text.empty() ? "-" : OneLine(text); }
 
@@ -133,7 +136,11 @@ std::string SummaryReport(const results::ResultSummary& summary) {
   std::string text = TotalsReport("", {all}).substr(1);
   text += TotalsReport("part", summary.parts);
   text += TotalsReport("station", summary.stations);
-  text += TotalsReport("day (UTC)", summary.days);
+  const std::size_t left = summary.days.size() - std::min(summary.days.size(), MostDays);
+  const std::vector<results::Total> days(summary.days.begin() + static_cast<std::ptrdiff_t>(left),
+                                         summary.days.end());
+  text += TotalsReport("day (UTC)", days);
+  if (left > 0) text += "  and " + std::to_string(left) + " days before: see results report\n";
   return text + FaultsReport(summary) + SuspectsReport(summary);
 }
 

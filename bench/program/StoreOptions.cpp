@@ -42,8 +42,8 @@ class LoadedStore : public results::ResultStore {
 }  // namespace
 
 void StoreOptions::DeclareIn(OptionList& list) {
-  list.Value("--results", "URL", "Store results in sqlite:FILE or postgresql://[USER@]HOST[:PORT]/DATABASE",
-             results);
+  list.Value("--results", "URL",
+             "Database of results: sqlite:FILE or postgresql://[USER@]HOST[:PORT]/DATABASE", results);
   list.Value("--spool", "FILE",
              "Where results wait while the database does not answer (default: in the user's data "
              "folder)",

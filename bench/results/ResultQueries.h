@@ -79,13 +79,14 @@ struct SuspectContact {
 
 struct ResultSummary {
   Total all;
-  std::vector<Total> parts;        ///< by name
-  std::vector<Total> stations;     ///< by name
-  std::vector<Total> days;         ///< ascending
-  std::vector<FaultCount> faults;  ///< the most frequent first, at most MostListedFaults
-  std::int64_t faultsInAll = 0;    ///< the checks of all of them together, of those not listed too
-  std::vector<SuspectContact> suspects;
+  std::vector<Total> parts;              ///< by name
+  std::vector<Total> stations;           ///< by name
+  std::vector<Total> days;               ///< ascending
+  std::vector<FaultCount> faults;        ///< the most frequent first, at most MostListedFaults
+  std::int64_t faultsInAll = 0;          ///< the checks of all of them together, of those not listed too
+  std::vector<SuspectContact> suspects;  ///< the most devices first, at most MostListedSuspects
 };
 inline constexpr std::size_t MostListedFaults = 20;
+inline constexpr std::size_t MostListedSuspects = 20;
 
 }  // namespace kxbench::results

@@ -187,6 +187,7 @@ void QuerySuspects(soci::session& session, const ResultFilter& filter, ResultSum
   }
   std::stable_sort(summary.suspects.begin(), summary.suspects.end(),
                    [](const SuspectContact& a, const SuspectContact& b) { return a.devices > b.devices; });
+  if (summary.suspects.size() > MostListedSuspects) summary.suspects.resize(MostListedSuspects);
 }
 
 }  // namespace
