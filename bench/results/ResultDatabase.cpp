@@ -133,24 +133,31 @@ ResultSummary ResultDatabase::Summarise(const ResultFilter& filter) {
 }
 
 void ResultDatabase::Forward(const std::filesystem::path& spoolFile, bool all, Delivery& delivery) {
-  constexpr std::size_t AtOnce = 1000;
+  constexpr int MostFailures = 3;
   constexpr std::chrono::seconds Patience{10};
   const std::filesystem::path file = spoolFile.empty() ? UsersSpool() : spoolFile;
   std::error_code error;
   if (!std::filesystem::exists(file, error)) return;  // nothing ever waited
   Spool spool(file, Patience, Database::Missing::Refuse);
+  std::string failure;
+  int failuresInARow = 0;
   for (const Spool::Queue& queue : spool.Queues()) {
     if (!all && queue.target != database_.Url().shown) continue;
-    for (;;) {
-      const std::vector<std::string> ids = spool.WaitingFor(queue.target, AtOnce);
-      if (ids.empty()) break;
-      for (const std::string& id : ids) {
+    for (const std::string& id : spool.WaitingFor(queue.target, queue.results)) {
+      // One result that the database refuses does not hold up the others.
+      if (failuresInARow == MostFailures) break;
+      try {
         Deliver(spool, database_, id);
         ++delivery.delivered;
+        failuresInARow = 0;
+      } catch (const DatabaseError& refusal) {
+        failure = "result " + id + ": " + refusal.what();
+        ++failuresInARow;
       }
     }
   }
   for (const Spool::Queue& queue : spool.Queues()) delivery.left.push_back({queue.target, queue.results});
+  if (!failure.empty()) throw DatabaseError(failure);
 }
 
 }  // namespace kxbench::results

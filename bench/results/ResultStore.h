@@ -61,6 +61,6 @@ std::unique_ptr<ResultStore> OpenResultStore(const std::string& url, const Store
 /// Throws std::runtime_error when a database could not hold `value` as it is: it is not UTF-8, holds a NUL
 /// character, or is longer than MostStorableBytes. `what` names it: "--serial".
 void CheckStorable(const std::string& what, const std::string& value);
-inline constexpr std::size_t MostStorableBytes = 500;  ///< databases limit the entries of their indexes
+inline constexpr std::size_t MostStorableBytes = 1000;  ///< databases limit the entries of their indexes
 
 }  // namespace kxbench::results

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "bench/results/ResultWriter.h"
+#include "text/Utf8.h"
 
 namespace kxbench::results {
 
@@ -135,12 +136,16 @@ on conflict (part, station, day) do update set
 }
 
 /// A text that may be a key: of a long one its beginning, and a number that stands for the whole (FNV-1a).
-std::string Key(const std::string& text) {
-  constexpr std::size_t Longest = 400;
-  if (text.size() <= Longest) return text;
+/// Beside part and station it has to fit into the 2700 bytes of an index' entry.
+std::string Key(const std::string& text, std::size_t longest) {
+  if (text.size() <= longest) return text;
   std::uint64_t hash = 14695981039346656037U;
   for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
-  return text.substr(0, Longest) + "#" + std::to_string(hash);
+  std::size_t end = 0;
+  while (end + shorttest::Utf8CharacterSize(std::string_view(text).substr(end)) <= longest) {
+    end += shorttest::Utf8CharacterSize(std::string_view(text).substr(end));
+  }
+  return text.substr(0, end) + "#" + std::to_string(hash);
 }
 
 void CountFaults(soci::session& session, const Result& result, const std::string& day) {
@@ -148,12 +153,13 @@ void CountFaults(soci::session& session, const Result& result, const std::string
   for (const ResultFault& fault : result.faults) faults[{fault.kind, ChannelsText(fault.channels)}] = &fault;
   for (const auto& [key, fault] : faults) {
     const auto& [kind, channels] = key;
-    const std::string channelsKey = Key(channels);
+    const std::string channelsKey = Key(channels, 400);
+    const std::string kindKey = Key(kind, 100);
     session << R"(
 insert into fault_totals (part, station, day, kind, channels_key, channels, text, checks)
 values (:part, :station, :day, :kind, :channels_key, :channels, :text, 1)
 on conflict (part, station, day, kind, channels_key) do update set checks = fault_totals.checks + 1)",
-        use(result.part), use(result.station), use(day), use(kind), use(channelsKey), use(channels),
+        use(result.part), use(result.station), use(day), use(kindKey), use(channelsKey), use(channels),
         use(fault->text);
   }
 }
@@ -168,7 +174,7 @@ void CountContacts(soci::session& session, const Result& result, const std::stri
     if (fault.channels.size() <= MostContacts) channels.insert(fault.channels.begin(), fault.channels.end());
   }
   if (channels.empty()) return;
-  const std::string& device = result.serial.empty() ? result.id : result.serial;
+  const std::string device = result.serial.empty() ? result.id : Key(result.serial, 400);
   int channel = 0;
   soci::statement insert = (session.prepare << R"(
 insert into contact_devices (part, channel, station, device) values (:part, :channel, :station, :device)

@@ -214,6 +214,23 @@ TEST_F(SpoolTest, ResultsOfAnotherDatabaseStayUnlessAllAreMeant) {
   EXPECT_EQ(Count(other), 1);
 }
 
+TEST_F(SpoolTest, AResultThatIsRefusedDoesNotHoldUpTheOthers) {
+  Open(url_);
+  Stop();
+  Result refused = PassedCheck("SN 1", 1);
+  refused.part = "refused";
+  Open(url_)->Store(refused);
+  Open(url_)->Store(PassedCheck("SN 2", 2));
+  Start();
+  {
+    Database owner(ReadStoreUrl(url_), std::nullopt, Database::Missing::Refuse);
+    owner.Session() << "alter table stored_results add check (part <> 'refused')";
+  }
+  EXPECT_THROW(Forward(url_), DatabaseError);
+  EXPECT_EQ(Count(url_), 1);
+  EXPECT_EQ(Waiting(), 1);
+}
+
 TEST_F(SpoolTest, NoPasswordIsShownOrStored) {
   Stop();
   const std::string secret = "very%25secret";
