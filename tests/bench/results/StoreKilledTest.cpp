@@ -1,3 +1,4 @@
+#include <poll.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -34,8 +35,11 @@ class StoreKilledTest : public StoreTest, public testing::WithParamInterface<con
     }
   }
 
-  /// Starts a station, kills it, and gives the ids that it printed.
-  std::vector<std::string> KilledAfter(std::chrono::microseconds time) {
+  enum class From { Start, FirstResult };
+
+  /// Starts a station, kills it so long after its start or its first result, and gives the ids that it
+  /// printed.
+  std::vector<std::string> Killed(From from, std::chrono::microseconds time) {
     int ends[2];
     EXPECT_EQ(pipe(ends), 0);
     const pid_t station = fork();
@@ -44,6 +48,8 @@ class StoreKilledTest : public StoreTest, public testing::WithParamInterface<con
       BeAStation(ends[1]);
     }
     close(ends[1]);
+    pollfd first = {ends[0], POLLIN, 0};
+    if (from == From::FirstResult) poll(&first, 1, 60000);
     std::this_thread::sleep_for(time);  // the moment is what is tested: any will do
     kill(station, SIGKILL);
     int status = 0;
@@ -76,8 +82,9 @@ TEST_P(StoreKilledTest, WhatWasShownIsStoredOnce) {
   std::mt19937 random(seed);
   std::set<std::string> shown;
   for (int i = 0; i < Kills; ++i) {
-    const std::chrono::microseconds moment(std::uniform_int_distribution(1000, 120000)(random));
-    for (const std::string& id : KilledAfter(moment)) EXPECT_TRUE(shown.insert(id).second) << id;
+    const std::chrono::microseconds moment(std::uniform_int_distribution(0, 100000)(random));
+    const From from = i % 2 == 0 ? From::FirstResult : From::Start;
+    for (const std::string& id : Killed(from, moment)) EXPECT_TRUE(shown.insert(id).second) << id;
   }
   EXPECT_FALSE(shown.empty());
 
