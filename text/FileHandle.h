@@ -14,6 +14,7 @@ class FileHandle {
   enum class Mode : std::uint8_t {
     Read,
     ReadWrite,  ///< of a file that exists
+    Append,     ///< reads and appends; made when there is none
     CreateNew,  ///< fails with errc::file_exists when there is anything of that name, be it a link to nowhere
     CreatePrivately  ///< the same, for its owner alone
   };
@@ -31,6 +32,19 @@ class FileHandle {
 
   /// Makes `content` the file's whole content and waits until it is on the disk.
   std::error_code Overwrite(std::string_view content);
+
+  /// The file's size in bytes.
+  std::uintmax_t Size(std::error_code& error) const;
+
+  /// Reads from `position` on; fewer bytes than `size` at the end of the file alone.
+  std::size_t ReadAt(std::uintmax_t position, char* buffer, std::size_t size, std::error_code& error) const;
+
+  /// Cuts the file off after `size` bytes.
+  std::error_code CutOff(std::uintmax_t size);
+
+  /// Writes `content` at the file's end in one call of the system and waits until it is on the disk. What was
+  /// written of it when that fails is cut off again. REQUIRES: opened with Append.
+  std::error_code Append(std::string_view content);
 
   /// Gives the file the permissions of another; on systems with rights of another kind it has them already.
   std::error_code SetPermissions(std::filesystem::perms permissions);

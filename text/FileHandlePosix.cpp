@@ -24,6 +24,8 @@ int OpenFile(const char* path, FileHandle::Mode mode) {
       return open(path, O_RDONLY | O_CLOEXEC);
     case FileHandle::Mode::ReadWrite:
       return open(path, O_RDWR | O_CLOEXEC);
+    case FileHandle::Mode::Append:
+      return open(path, O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC, Everybody);
     case FileHandle::Mode::CreateNew:
       return open(path, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, Everybody);
     case FileHandle::Mode::CreatePrivately:
@@ -66,6 +68,49 @@ std::error_code FileHandle::Overwrite(std::string_view content) {
   }
   if (ftruncate(Descriptor(handle_), size) != 0 || fsync(Descriptor(handle_)) != 0) return LastError();
   return {};
+}
+
+std::uintmax_t FileHandle::Size(std::error_code& error) const {
+  struct stat status = {};
+  if (fstat(Descriptor(handle_), &status) == 0) return static_cast<std::uintmax_t>(status.st_size);
+  error = LastError();
+  return 0;
+}
+
+std::size_t FileHandle::ReadAt(std::uintmax_t position, char* buffer, std::size_t size,
+                               std::error_code& error) const {
+  std::size_t done = 0;
+  while (done < size) {
+    const ssize_t count =
+        pread(Descriptor(handle_), buffer + done, size - done, static_cast<off_t>(position + done));
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) error = LastError();
+    if (count <= 0) break;
+    done += static_cast<std::size_t>(count);
+  }
+  return done;
+}
+
+std::error_code FileHandle::CutOff(std::uintmax_t size) {
+  return ftruncate(Descriptor(handle_), static_cast<off_t>(size)) == 0 ? std::error_code() : LastError();
+}
+
+std::error_code FileHandle::Append(std::string_view content) {
+  std::error_code error;
+  const std::uintmax_t before = Size(error);
+  if (error) return error;
+  ssize_t count = -1;
+  do {
+    count = write(Descriptor(handle_), content.data(), content.size());
+  } while (count < 0 && errno == EINTR);
+  if (count < 0) return LastError();
+  if (static_cast<std::size_t>(count) < content.size()) {
+    error = std::make_error_code(std::errc::no_space_on_device);
+  } else if (fsync(Descriptor(handle_)) != 0 && errno != EINVAL) {  // a pipe has no disk
+    error = LastError();
+  }
+  if (error) CutOff(before);
+  return error;
 }
 
 std::error_code FileHandle::SetPermissions(std::filesystem::perms permissions) {

@@ -18,6 +18,10 @@ std::error_code LastError() { return {static_cast<int>(GetLastError()), std::sys
 HANDLE Win32Handle(FileHandle::Native handle) { return reinterpret_cast<HANDLE>(handle); }
 
 HANDLE OpenFileW(const wchar_t* path, FileHandle::Mode mode) {
+  if (mode == FileHandle::Mode::Append) {
+    return CreateFileW(path, GENERIC_READ | GENERIC_WRITE, ShareAll, nullptr, OPEN_ALWAYS,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+  }
   const bool creates = mode == FileHandle::Mode::CreateNew || mode == FileHandle::Mode::CreatePrivately;
   const DWORD access = mode == FileHandle::Mode::Read ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
   return CreateFileW(path, access, ShareAll, nullptr, creates ? CREATE_NEW : OPEN_EXISTING,
@@ -64,6 +68,56 @@ std::error_code FileHandle::Overwrite(std::string_view content) {
   if (SetEndOfFile(Win32Handle(handle_)) == 0 || FlushFileBuffers(Win32Handle(handle_)) == 0)
     return LastError();
   return {};
+}
+
+std::uintmax_t FileHandle::Size(std::error_code& error) const {
+  LARGE_INTEGER size{};
+  if (GetFileSizeEx(Win32Handle(handle_), &size) != 0) return static_cast<std::uintmax_t>(size.QuadPart);
+  error = LastError();
+  return 0;
+}
+
+std::size_t FileHandle::ReadAt(std::uintmax_t position, char* buffer, std::size_t size,
+                               std::error_code& error) const {
+  std::size_t done = 0;
+  while (done < size) {
+    OVERLAPPED place{};
+    const std::uintmax_t from = position + done;
+    place.Offset = static_cast<DWORD>(from & 0xffffffffU);
+    place.OffsetHigh = static_cast<DWORD>(from >> 32U);
+    DWORD count = 0;
+    if (ReadFile(Win32Handle(handle_), buffer + done, static_cast<DWORD>(size - done), &count, &place) == 0) {
+      if (GetLastError() != ERROR_HANDLE_EOF) error = LastError();
+      break;
+    }
+    if (count == 0) break;
+    done += count;
+  }
+  return done;
+}
+
+std::error_code FileHandle::CutOff(std::uintmax_t size) {
+  LARGE_INTEGER position{};
+  position.QuadPart = static_cast<LONGLONG>(size);
+  if (SetFilePointerEx(Win32Handle(handle_), position, nullptr, FILE_BEGIN) == 0) return LastError();
+  return SetEndOfFile(Win32Handle(handle_)) != 0 ? std::error_code() : LastError();
+}
+
+std::error_code FileHandle::Append(std::string_view content) {
+  std::error_code error;
+  const std::uintmax_t before = Size(error);
+  if (error) return error;
+  OVERLAPPED end{};  // both all ones: wherever the file ends at that moment
+  end.Offset = 0xffffffffU;
+  end.OffsetHigh = 0xffffffffU;
+  DWORD count = 0;
+  const bool written = WriteFile(Win32Handle(handle_), content.data(), static_cast<DWORD>(content.size()),
+                                 &count, &end) != 0 &&
+                       count == content.size();
+  if (written && FlushFileBuffers(Win32Handle(handle_)) != 0) return {};
+  error = LastError();
+  CutOff(before);
+  return error ? error : std::make_error_code(std::errc::no_space_on_device);
 }
 
 std::error_code FileHandle::SetPermissions(std::filesystem::perms) { return {}; }

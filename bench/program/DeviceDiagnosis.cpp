@@ -51,7 +51,8 @@ DeviceDiagnosis DiagnosisOfGoodDevice(diagnosis::Observation observation) {
   return result;
 }
 
-MeasureSummary MeasureThroughModule(const CommonOptions& common, const std::string& file) {
+MeasureSummary MeasureThroughModule(const CommonOptions& common, const std::string& file,
+                                    const std::function<void()>& measured) {
   const DynamicLibrary module("the learn module",
                               ProgramFolder() / LibraryFileName("kxlearn", LibraryPrefix::Lib));
   const auto measure = module.Find<KxMeasure>(KxMeasureName);
@@ -63,6 +64,7 @@ MeasureSummary MeasureThroughModule(const CommonOptions& common, const std::stri
   if (summary.end == MeasureEnd::Failed) {
     throw Failure("diagnose " + file + ": " + WithDeviceHint(summary.failure, common.device));
   }
+  measured();
   return summary;
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "bench/program/CheckResult.h"
 #include "bench/program/DeviceDiagnosis.h"
 #include "bench/program/DiagnosisReport.h"
 #include "bench/program/ExpectationGate.h"
@@ -12,6 +13,7 @@
 #include "bench/program/Interaction.h"
 #include "bench/program/Output.h"
 #include "bench/program/RecordedNets.h"
+#include "bench/program/ResultRecorder.h"
 #include "bench/wiring/Contradictions.h"
 
 namespace kxbench {
@@ -66,6 +68,8 @@ class DiagnosisRun {
 
   const wiring::ExpectationFacts& Facts() const { return facts_; }
   diagnosis::Observation Expected() const { return ExpectedOnly(facts_, names_); }
+  const wiring::ChannelNames& Names() const { return names_; }
+  const Project& CurrentProject() const { return host_.CurrentProject(); }
   Interaction& User() { return *interaction_; }
 
   ExitStatus Print(const DeviceDiagnosis& diagnosis) {
@@ -75,7 +79,7 @@ class DiagnosisRun {
         StandardOutput().Write(DiagnosisJson(diagnosis, names_));
         break;
       case DiagnosisFormat::Aside:
-        TellLines(DiagnosisReport(diagnosis, names_));
+        TellLines(User(), DiagnosisReport(diagnosis, names_));
         break;
       case DiagnosisFormat::Report:
         StandardOutput().Write((afterCheck_ ? "\nDiagnosis:\n" : "") + DiagnosisReport(diagnosis, names_));
@@ -84,14 +88,6 @@ class DiagnosisRun {
   }
 
  private:
-  void TellLines(const std::string& text) {
-    for (std::size_t begin = 0; begin < text.size();) {
-      const std::size_t end = text.find('\n', begin);
-      if (end > begin) User().Tell(text.substr(begin, end - begin));
-      begin = end + 1;
-    }
-  }
-
   HostSetup host_;
   std::optional<Interaction> interaction_;
   wiring::ChannelNames names_;
@@ -100,27 +96,111 @@ class DiagnosisRun {
   wiring::ExpectationFacts facts_;
 };
 
+ExitStatus Cancelled(DiagnosisRun& run, const std::string& file) {
+  run.User().Tell("diagnose " + file + ": cancelled");
+  return ExitStatus::Cancelled;
+}
+
+/// The diagnosis of a device as often as it is asked for, and its result.
+class DiagnosisSeries {
+ public:
+  DiagnosisSeries(const CommonOptions& common, const DiagnoseJob& job, DiagnosisRun& run,
+                  ResultRecorder& recorder)
+      : common_(common), job_(job), run_(run), recorder_(recorder), series_(job.series, SteadySeconds) {}
+
+  ExitStatus Run() {
+    std::optional<DeviceDiagnosis> shown;  // the first with faults, else the last
+    bool cancelled = false;
+    while (series_.GoesOn() && !cancelled) {
+      std::optional<DeviceDiagnosis> diagnosis = Measure();
+      cancelled = !diagnosis;
+      if (!diagnosis) break;
+      const bool first = series_.Faulty() == 0;
+      series_.Ended(FaultsIn(*diagnosis));
+      if (first) shown = std::move(diagnosis);
+      if (first && series_.Faulty() > 0 && job_.series.Any())
+        run_.User().Tell("faults in " + series_.Place());
+    }
+    ExitStatus status = ExitStatus::Cancelled;
+    if (shown && (!cancelled || series_.Faulty() > 0)) status = run_.Print(*shown);
+    if (cancelled) status = Cancelled(run_, job_.file);
+    if (job_.series.Any()) TellLines(run_.User(), series_.Summary());
+    return status;
+  }
+
+ private:
+  /// One measurement, its result kept; none when it was cancelled.
+  std::optional<DeviceDiagnosis> Measure() {
+    recorder_.Begin(job_.file);
+    MeasureSummary summary;
+    try {
+      summary = MeasureThroughModule(common_, job_.file, [this] { recorder_.AskDriverOnce(); });
+    } catch (const Failure& error) {
+      results::Result result = recorder_.Made();
+      result.error = error.what();
+      Keep(result);
+      throw;
+    }
+    results::Result result = recorder_.Made();
+    if (summary.end == MeasureEnd::Cancelled) {
+      result.verdict = results::Verdict::Cancelled;
+      Keep(result);
+      return std::nullopt;
+    }
+    DeviceDiagnosis diagnosis = DiagnosisOf(summary, run_.Expected());
+    result.verdict = diagnosis.Failed() ? results::Verdict::Fail : results::Verdict::Pass;
+    EnterDiagnosis(diagnosis, run_.Names(), result);
+    Keep(result);
+    return diagnosis;
+  }
+
+  void Keep(results::Result& result) {
+    if (!recorder_.Wanted() || !series_.Settles(result)) return;
+    EnterNets(run_.Facts(), run_.Names(), result);
+    recorder_.Keep(result);
+  }
+
+  std::vector<std::string> FaultsIn(const DeviceDiagnosis& diagnosis) const {
+    results::Result result;
+    if (!diagnosis.Failed()) return {};
+    EnterDiagnosis(diagnosis, run_.Names(), result);
+    std::vector<std::string> texts;
+    for (const results::ResultFault& fault : result.faults) texts.push_back(fault.text);
+    return texts;
+  }
+
+  const CommonOptions& common_;
+  const DiagnoseJob& job_;
+  DiagnosisRun& run_;
+  ResultRecorder& recorder_;
+  Series series_;
+};
+
 }  // namespace
 
 ExitStatus DiagnoseConnectedDevice(const CommonOptions& common, const std::string& file,
-                                   DiagnosisFormat format, std::optional<ExitStatus> checked) {
-  DiagnosisRun run(common, file, format, Source::Device, checked.has_value());
+                                   DiagnosisFormat format, ExitStatus checked,
+                                   const std::function<void(const DeviceDiagnosis&)>& known) {
+  DiagnosisRun run(common, file, format, Source::Device, true);
   if (checked == ExitStatus::NoFindings) return run.Print(DiagnosisOfGoodDevice(run.Expected()));
-  const MeasureSummary summary = MeasureThroughModule(common, file);
-  if (summary.end == MeasureEnd::Cancelled) {
-    run.User().Tell("diagnose " + file + ": cancelled");
-    return ExitStatus::Cancelled;
-  }
+  const MeasureSummary summary = MeasureThroughModule(common, file, [] {});
+  if (summary.end == MeasureEnd::Cancelled) return Cancelled(run, file);
   DeviceDiagnosis diagnosis = DiagnosisOf(summary, run.Expected());
-  if (checked == ExitStatus::Findings) {
-    diagnosis.checkFailed = true;
-    if (diagnosis.voltages.empty() && diagnosis.faults.findings.empty()) {
-      diagnosis.gaps.emplace_back(
-          "why the check had findings that did not show again: a loose contact, or a resistance near a "
-          "threshold");
-    }
+  diagnosis.checkFailed = true;
+  if (diagnosis.voltages.empty() && diagnosis.faults.findings.empty()) {
+    diagnosis.gaps.emplace_back(
+        "why the check had findings that did not show again: a loose contact, or a resistance near a "
+        "threshold");
   }
+  known(diagnosis);
   return run.Print(diagnosis);
+}
+
+ExitStatus DiagnoseDevice(const CommonOptions& common, const DiagnoseJob& job) {
+  ResultRecorder recorder(job.results);
+  DiagnosisRun run(common, job.file, job.format, Source::Device, false);
+  recorder.Open(run.CurrentProject(), [&run](const std::string& line) { run.User().Tell(line); });
+  return DiagnosisSeries(common, job, run, recorder).Run();
 }
 
 ExitStatus DiagnoseRecords(const CommonOptions& common, const std::string& file, DiagnosisFormat format,

@@ -1,6 +1,5 @@
 #include "bench/program/ExpectationGate.h"
 
-#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -9,13 +8,6 @@
 namespace kxbench {
 
 namespace {
-
-/// The expectation file that a step checks with; none for another command.
-std::optional<std::string> ExpectationOf(const ScriptStep& step) {
-  if (!kx::EqualIgnoringCase(step.command->CommandName(), CheckCommandName)) return std::nullopt;
-  if (step.command->Parameters().empty()) return std::nullopt;
-  return TStringValue::GetVal(step.params->GetValue(step.command->Parameters().front().name));
-}
 
 std::string Place(const std::string& where, const std::string& file) {
   return (where.empty() ? "" : where + ": ") + file + ": ";
@@ -30,6 +22,12 @@ wiring::ExpectationFacts Facts(const std::string& place, const std::string& file
 }
 
 }  // namespace
+
+std::optional<std::string> ExpectationOf(const ScriptStep& step) {
+  if (!kx::EqualIgnoringCase(step.command->CommandName(), CheckCommandName)) return std::nullopt;
+  if (step.command->Parameters().empty()) return std::nullopt;
+  return TStringValue::GetVal(step.params->GetValue(step.command->Parameters().front().name));
+}
 
 ExpectationGate::ExpectationGate(bool strict, std::function<void(const std::string& line)> warn)
     : strict_(strict), warn_(std::move(warn)) {}

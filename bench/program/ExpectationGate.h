@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "bench/program/Script.h"
@@ -10,6 +11,9 @@ namespace kxbench {
 
 /// The script command that checks a device against the expectation file it names.
 inline constexpr const char* CheckCommandName = "ShortTest";
+
+/// The expectation file that a step checks with; none for another command.
+std::optional<std::string> ExpectationOf(const ScriptStep& step);
 
 /// Looks at expectation files before anything is measured with them: the plug-in reads any file as it stands,
 /// and a device could pass because its file is damaged.

@@ -1,6 +1,4 @@
-#include <dlfcn.h>
 #include <fcntl.h>
-#include <link.h>
 #include <poll.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -19,6 +17,7 @@
 #include "bench/program/Failure.h"
 #include "bench/program/Guard.h"
 #include "bench/program/GuardWords.h"
+#include "bench/program/System.h"
 #include "ui/terminal/Interrupt.h"
 #include "ui/terminal/Terminal.h"
 
@@ -189,11 +188,9 @@ void EnterGuard() {
 
 void TellGuardOfDriver() {
   if (toGuard < 0) return;
-  void* const driver = dlopen(DriverLibraryName().c_str(), RTLD_LAZY | RTLD_NOLOAD);
-  if (driver == nullptr) return;
-  const link_map* map = nullptr;
-  if (dlinfo(driver, RTLD_DI_LINKMAP, &map) == 0) WriteAll(toGuard, DriverMessage(map->l_name));
-  dlclose(driver);
+  if (const auto driver = LoadedLibrary(DriverLibraryName())) {
+    WriteAll(toGuard, DriverMessage(Utf8FromPath(*driver)));
+  }
 }
 
 void SendToGuard(const std::string& message) {

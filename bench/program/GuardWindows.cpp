@@ -223,8 +223,9 @@ void EnterGuard() {
 
 void TellGuardOfDriver() {
   if (toGuard == nullptr) return;
-  const HMODULE driver = GetModuleHandleW(PathFromUtf8(DriverLibraryName()).c_str());
-  if (driver != nullptr) WriteMessage(toGuard, DriverMessage(Utf8FromPath(LoadedFile(driver))));
+  if (const auto driver = LoadedLibrary(DriverLibraryName())) {
+    WriteMessage(toGuard, DriverMessage(Utf8FromPath(*driver)));
+  }
 }
 
 void SendToGuard(const std::string& message) {

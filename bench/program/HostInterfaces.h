@@ -20,6 +20,9 @@ class HostTestEnvironment final : public ITestEnvironment {
 
   bool Cancelled() const { return cancelled_; }
 
+  /// For the host, before the next command.
+  void ForgetCancel() { cancelled_ = false; }
+
  private:
   int references_ = 1;
   bool cancelled_ = false;

@@ -26,6 +26,7 @@ class HostSetup {
 
   kx::ScriptParser& Parser() { return parser_; }
   const HostTestEnvironment& TestState() const { return testEnvironment_; }
+  void ForgetCancel() { testEnvironment_.ForgetCancel(); }
   const Project& CurrentProject() const { return project_; }
 
   /// Puts `expression` into the file-name control that the extension hands over, when a dialog that was

@@ -1,5 +1,7 @@
 #include "bench/program/Interaction.h"
 
+#include <algorithm>
+
 #include "bench/program/Failure.h"
 #include "bench/program/System.h"
 #include "framework/kxcomponents.h"
@@ -72,6 +74,14 @@ void Interaction::Tell(const std::string& line) {
 
 void Interaction::HideProgress() {
   if (terminalUserInterface_) terminalUserInterface_->HideProgress();
+}
+
+void TellLines(Interaction& interaction, const std::string& text) {
+  for (std::size_t begin = 0; begin < text.size();) {
+    const std::size_t end = std::min(text.find('\n', begin), text.size());
+    if (end > begin) interaction.Tell(text.substr(begin, end - begin));
+    begin = end + 1;
+  }
 }
 
 }  // namespace kxbench

@@ -50,6 +50,9 @@ class Interaction {
   /// Clears the terminal of a progress bar, before something else is written there.
   void HideProgress();
 
+  /// Takes an interrupt back that pressed the buttons of progress dialogs, for those that follow.
+  void ForgetCancel() { supervised_->ForgetInterrupt(); }
+
   UserInterface& Get() { return *supervised_; }
 
  private:
@@ -58,5 +61,8 @@ class Interaction {
   std::unique_ptr<WindowUserInterface> windows_;
   std::unique_ptr<SupervisedUserInterface> supervised_;
 };
+
+/// Tells the lines of a text that hold anything.
+void TellLines(Interaction& interaction, const std::string& text);
 
 }  // namespace kxbench

@@ -119,6 +119,8 @@ std::string StepVerdict(const StepResult& result, std::size_t findings) {
       return "the check was stopped";
     case StepEnd::Silent:
       return "the check ended without a record: it was not finished";
+    case StepEnd::NotStored:
+      return "result not stored: " + result.failure;
     case StepEnd::Finished:
       break;
   }
@@ -198,6 +200,8 @@ RecordPrinter::RecordPrinter(Output& output, std::function<void()> beforeOutput)
     : output_(output), beforeOutput_(std::move(beforeOutput)) {}
 
 void RecordPrinter::StepEnded(const ScriptStep&, const StepResult& result) {
+  // Records without a finding would be read as a pass.
+  if (result.end == StepEnd::NotStored) return;
   std::string lines;
   for (const Record& record : result.records) lines += record.line + "\n";
   if (lines.empty()) return;

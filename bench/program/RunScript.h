@@ -1,10 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <string>
 
+#include "bench/program/CheckSession.h"
 #include "bench/program/CommonOptions.h"
 #include "bench/program/ExitStatus.h"
+#include "bench/program/Output.h"
 #include "bench/program/Script.h"
 
 namespace kxbench {
@@ -19,15 +20,15 @@ enum class OutputFormat {
 struct RunOptions {
   OutputFormat format = OutputFormat::Report;
   bool strict = false;  ///< what is doubtful about an expectation file refuses it
+  ResultOptions results;
 
-  /// Adds --format for a report or records, and --strict.
+  /// Adds --format for a report or records, --strict, and those of results.
   void DeclareIn(OptionList& list);
   void DeclareStrictIn(OptionList& list);
 };
 
-/// Makes the script, once the commands of the plug-in are known.
-using ScriptSource =
-    std::function<Script(const CommandFinder& findCommand, const TKXEnvironment& environment)>;
+/// What prints a run as its options say. The output and the session outlive it.
+std::unique_ptr<RunObserver> PrinterOf(const RunOptions& options, Output& output, CheckSession& session);
 
 /// Runs a script on the plug-in's commands and prints what they find. `file` is the one on the command line,
 /// which may name the project. Throws Failure.

@@ -17,6 +17,8 @@ std::string StepMessage(const ScriptStep& step, const StepResult& result) {
       return where + ": cancelled";
     case StepEnd::Silent:
       return where + ": the check ended without a record: it was not finished";
+    case StepEnd::NotStored:
+      return "error: result not stored: " + result.failure;
     case StepEnd::Finished:
       break;
   }
@@ -28,6 +30,7 @@ std::string StepMessage(const ScriptStep& step, const StepResult& result) {
 ExitStatus StepResult::Status() const {
   switch (end) {
     case StepEnd::Failed:
+    case StepEnd::NotStored:
       return ExitStatus::Failed;
     case StepEnd::Cancelled:
     case StepEnd::Silent:
@@ -78,14 +81,15 @@ ExitStatus ScriptRun::Run(const Script& script) {
       host_.tell(StepMessage(step, {StepEnd::Cancelled, {}, ""}));
       break;
     }
-    const StepResult result = RunStep(step);
+    StepResult result = RunStep(step);
     host_.rethrowKept();
+    host_.keep(result);
     results.push_back(result.Status());
     status = Graver(status, results.back());
     observer_.StepEnded(step, result);
     const std::string message = StepMessage(step, result);
     if (!message.empty()) host_.tell(message);
-    if (result.end == StepEnd::Failed || result.end == StepEnd::Cancelled) break;
+    if (result.Status() == ExitStatus::Failed || result.end == StepEnd::Cancelled) break;
   }
   observer_.RunEnded(results, script.size() - results.size());
   return status;

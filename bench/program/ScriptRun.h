@@ -17,12 +17,13 @@ enum class StepEnd {
   Cancelled,  ///< the user stopped it
   Silent,     ///< it ended by itself and sent no record: what it was to find out is not known
   Failed,     ///< it threw
+  NotStored,  ///< it ended, but its result could not be kept: there is no verdict
 };
 
 struct StepResult {
   StepEnd end = StepEnd::Finished;
   std::vector<Record> records;
-  std::string failure;  ///< text of a failure; else empty
+  std::string failure;  ///< text of a failure, or why the result was not kept; else empty
 
   ExitStatus Status() const;
 };
@@ -47,6 +48,8 @@ struct RunHost {
       admit;  ///< called before a step; what it throws is the step's failure
   std::function<std::string(const std::string&)>
       explain;  ///< a failure's text, with what the user can do about it
+  std::function<void(StepResult&)>
+      keep;  ///< keeps the result of a step before anybody is told of it; NotStored where it cannot
 };
 
 /// Runs a script's steps in order. A failure and a cancel end the run after the step.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,12 @@ std::filesystem::path ProgramFolder();
 /// not tell.
 std::filesystem::path LoadedFile(void* library);
 #endif
+
+/// The file of the shared library `fileName` ("name.dll"); none when it is not in memory.
+std::optional<std::filesystem::path> LoadedLibrary(const std::string& fileName);
+
+/// The name under which the computer is known, UTF-8; empty when the system does not tell.
+std::string ComputerName();
 
 /// Sets a variable of this process's environment, for libraries loaded later too.
 void SetEnvironment(const std::string& name, const std::string& value);

@@ -1,4 +1,6 @@
+#include <dlfcn.h>
 #include <fcntl.h>
+#include <link.h>
 #include <unistd.h>
 
 #include <array>
@@ -21,6 +23,22 @@ std::filesystem::path ProgramFolder() {
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
   if (error) throw Failure("cannot find the program's own folder: " + error.message());
   return program.parent_path();
+}
+
+std::optional<std::filesystem::path> LoadedLibrary(const std::string& fileName) {
+  void* const library = dlopen(fileName.c_str(), RTLD_LAZY | RTLD_NOLOAD);
+  if (library == nullptr) return std::nullopt;
+  const link_map* map = nullptr;
+  const bool known = dlinfo(library, RTLD_DI_LINKMAP, &map) == 0;
+  std::optional<std::filesystem::path> file;
+  if (known) file = map->l_name;
+  dlclose(library);
+  return file;
+}
+
+std::string ComputerName() {
+  std::array<char, 256> name{};
+  return gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
 }
 
 void SetEnvironment(const std::string& name, const std::string& value) {

@@ -44,6 +44,20 @@ std::filesystem::path LoadedFile(void* library) {
 
 std::filesystem::path ProgramFolder() { return LoadedFile(nullptr).parent_path(); }
 
+std::optional<std::filesystem::path> LoadedLibrary(const std::string& fileName) {
+  const HMODULE library = GetModuleHandleW(PathFromUtf8(fileName).c_str());
+  if (library == nullptr) return std::nullopt;
+  return LoadedFile(library);
+}
+
+std::string ComputerName() {
+  std::wstring name(256, L'\0');
+  auto length = static_cast<DWORD>(name.size());
+  if (GetComputerNameExW(ComputerNameDnsHostname, name.data(), &length) == 0) return "";
+  name.resize(length);
+  return Utf8FromPath(std::filesystem::path(name));
+}
+
 void SetEnvironment(const std::string& name, const std::string& value) {
   // The C library's call: it changes the system's environment and its own copy, which getenv reads.
   const std::wstring wideName = PathFromUtf8(name).wstring();

@@ -52,6 +52,7 @@ struct Result {
   std::string id;  ///< UUID, version 4, lower case: see NewId
   std::chrono::sys_time<std::chrono::milliseconds> started;
   double seconds = 0;
+  std::int64_t checks = 1;  ///< of a series that is one result: how many were made until this one
   Verdict verdict = Verdict::Error;
   std::string serial;
   std::string part;

@@ -32,6 +32,9 @@ class SupervisedUserInterface : public UserInterface {
   SupervisedUserInterface(const SupervisedUserInterface&) = delete;
   SupervisedUserInterface& operator=(const SupervisedUserInterface&) = delete;
 
+  /// Takes an interrupt back that has pressed buttons: those of the dialogs that follow are not pressed.
+  void ForgetInterrupt() { pressed_ = false; }
+
   void ProcessMessages() override;
   int ShowMessage(const MessageBoxRequest& request) override;
   std::unique_ptr<ProgressDialog> CreateProgressDialog(const ProgressDialogLayout& layout) override;

@@ -27,16 +27,20 @@ class DiagnoseCommand : public Command {
   }
 
   void Declare(OptionList& list) override {
-    list.Argument("FILE", "Expectation file", Needed::Yes, file_);
+    list.Argument("FILE", "Expectation file", Needed::Yes, job_.file);
     list.Show({"--device", "--project", "--progress"});
-    list.Words("--format", DiagnosisWords, "A report to read, or one JSON object", format_);
+    list.Words("--format", DiagnosisWords, "A report to read, or one JSON object", job_.format);
     list.Value("--records", "RECORDS", "Diagnose the records of a check kept in RECORDS, without a device",
                records_);
+    job_.series.DeclareIn(list);
+    job_.results.DeclareIn(list);
   }
 
   ExitStatus Run(const CommonOptions& common) override {
-    if (!records_) return DiagnoseConnectedDevice(common, file_, format_, std::nullopt);
-    return DiagnoseRecords(common, file_, format_, RecordsIn(ReadRecords()));
+    if (!records_) return DiagnoseDevice(common, job_);
+    if (job_.series.Any()) throw Failure("--repeat and --until-fault need a device: not with --records");
+    if (job_.results.Wanted()) throw Failure("a result is one of a check: not with --records");
+    return DiagnoseRecords(common, job_.file, job_.format, RecordsIn(ReadRecords()));
   }
 
  private:
@@ -48,9 +52,8 @@ class DiagnoseCommand : public Command {
     }
   }
 
-  std::string file_;
+  DiagnoseJob job_;
   std::optional<std::string> records_;
-  DiagnosisFormat format_ = DiagnosisFormat::Report;
 };
 
 }  // namespace

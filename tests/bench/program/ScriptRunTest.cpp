@@ -66,9 +66,13 @@ class Running : public testing::Test, protected RunObserver {
                   [this](const ScriptStep& step) {
                     if (step.call == refused_) throw Failure("damaged");
                   },
-                  [](const std::string& failure) { return failure + "!"; }},
+                  [](const std::string& failure) { return failure + "!"; },
+                  [this](StepResult& result) {
+                    if (result.records.size() == unkept_) result.end = StepEnd::NotStored;
+                  }},
                  *this};
   std::string refused_;
+  std::size_t unkept_ = 1000;  // a step with so many records cannot be kept
   std::exception_ptr kept_;
 };
 
