@@ -10,10 +10,13 @@ install(FILES "${CMAKE_CURRENT_BINARY_DIR}/kxbench" DESTINATION bin COMPONENT ru
 install_text(linux/README.txt ${document_folder} README.txt)
 install_text(linux/copyright ${document_folder} copyright)
 install(FILES "${PROJECT_SOURCE_DIR}/CHANGELOG.md" DESTINATION ${document_folder} COMPONENT runtime)
-install(FILES /usr/share/doc/libcli11-dev/copyright DESTINATION ${document_folder}/licences RENAME cli11.txt
-  COMPONENT runtime)
-install(FILES /usr/share/doc/libeigen3-dev/copyright DESTINATION ${document_folder}/licences RENAME eigen.txt
-  COMPONENT runtime)
+# Headers and archives of others that are inside; each licence from its package's copyright file.
+foreach(work IN ITEMS cli11:libcli11-dev eigen:libeigen3-dev nlohmann-json:nlohmann-json3-dev
+    yaml-cpp:libyaml-cpp-dev pugixml:libpugixml-dev)
+  string(REGEX MATCH "(.*):(.*)" matched ${work})
+  install(FILES /usr/share/doc/${CMAKE_MATCH_2}/copyright DESTINATION ${document_folder}/licences
+    RENAME ${CMAKE_MATCH_1}.txt COMPONENT runtime)
+endforeach()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)

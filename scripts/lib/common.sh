@@ -60,7 +60,8 @@ benchmark_packages=(libbenchmark-dev gnuplot-nox python3)
 picture_packages=(imagemagick)
 deb_packages=(dpkg-dev file)
 windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64 fonts-wine
-  fonts-liberation xvfb xauth googletest libcli11-dev libeigen3-dev dpkg-dev xz-utils zip unzip)
+  fonts-liberation xvfb xauth googletest libcli11-dev libeigen3-dev nlohmann-json3-dev dpkg-dev xz-utils
+  gcc libc6-dev make tcl zip unzip)
 
 # need_packages PACKAGE...: installs those that are missing; asks the network only when one is.
 need_packages() {

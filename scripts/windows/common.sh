@@ -11,3 +11,8 @@ version_of() {
   [ -n "$version" ] && [ "$version" != "(none)" ] || die "no Debian package $1 known (apt-get update?)"
   printf '%s' "$version"
 }
+
+# source_version_of PACKAGE: that of its sources, which a mere rebuild of the package ("+b1") leaves alone
+source_version_of() {
+  version_of "$1" | sed -E 's/\+b[0-9]+$//'
+}
