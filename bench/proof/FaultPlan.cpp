@@ -16,10 +16,11 @@ constexpr double ResistiveShortPart = 0.9;
 constexpr double HighResistanceTimes = 1.5;
 constexpr double SourceVolts = 12;
 
-/// What a voltage must have fallen to, V: the limit of a check.
-constexpr double HarmlessVolts = 0.7;
+/// What a voltage has fallen to after that part of the waiting time, V: just below the limit of a check,
+/// which takes a reading of exactly 0.7 V as waited for, and as a finding.
+constexpr double HarmlessVolts = 0.69;
 
-/// Voltages above the limit last this part of the waiting time.
+/// The part of the waiting time that a capacitor needs.
 constexpr double PartOfTheWait = 0.5;
 
 using ChannelPair = std::pair<Channel, Channel>;
