@@ -11,10 +11,11 @@ namespace kxbench {
 /// standard error is this program's. Started by one thread, used by any one thread.
 class ChildProcess {
  public:
-  /// Starts the program with `arguments` (UTF-8). `environment`: variables that it has besides those of this
-  /// process. Throws Failure.
-  explicit ChildProcess(const std::vector<std::string>& arguments,
-                        const std::vector<std::pair<std::string, std::string>>& environment = {});
+  /// What becomes of its standard error.
+  enum class Errors { Shown, Dropped };
+
+  /// Starts the program with `arguments` (UTF-8). Throws Failure.
+  explicit ChildProcess(const std::vector<std::string>& arguments, Errors errors = Errors::Shown);
 
   /// Ends its input and waits for its end.
   ~ChildProcess();

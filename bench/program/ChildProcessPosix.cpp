@@ -39,19 +39,6 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
   return pointers;
 }
 
-std::vector<std::string> EnvironmentWith(const std::vector<std::pair<std::string, std::string>>& more) {
-  std::vector<std::string> all;
-  for (const auto& [name, value] : more) all.push_back(name + "=" + value);
-  const std::size_t own = all.size();
-  for (char** variable = environ; *variable != nullptr; ++variable) {
-    const std::string text = *variable;
-    bool replaced = false;
-    for (std::size_t i = 0; i < own; ++i) replaced = replaced || text.starts_with(more[i].first + "=");
-    if (!replaced) all.push_back(text);
-  }
-  return all;
-}
-
 }  // namespace
 
 struct ChildProcess::System {
@@ -60,8 +47,7 @@ struct ChildProcess::System {
   int output = -1;
 };
 
-ChildProcess::ChildProcess(const std::vector<std::string>& arguments,
-                           const std::vector<std::pair<std::string, std::string>>& environment)
+ChildProcess::ChildProcess(const std::vector<std::string>& arguments, Errors errors)
     : system_(std::make_unique<System>()) {
   const std::array<int, 2> input = NewPipe();
   const std::array<int, 2> output = NewPipe();
@@ -71,9 +57,11 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments,
   posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
   std::vector<std::string> words = arguments;
   words.insert(words.begin(), "kxbench");
-  std::vector<std::string> variables = EnvironmentWith(environment);
-  const int error = posix_spawn(&system_->process, OwnProgram, &actions, nullptr, Pointers(words).data(),
-                                Pointers(variables).data());
+  if (errors == Errors::Dropped) {
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+  }
+  const int error =
+      posix_spawn(&system_->process, OwnProgram, &actions, nullptr, Pointers(words).data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   close(input[0]);
   close(output[1]);

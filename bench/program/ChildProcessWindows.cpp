@@ -41,27 +41,29 @@ std::wstring QuotedWord(const std::wstring& word) {
 
 std::wstring WideText(const std::string& utf8) { return PathFromUtf8(utf8).wstring(); }
 
-/// This process's variables with others, each ended by a zero, and one more zero.
-std::wstring ChildVariables(const std::vector<std::pair<std::string, std::string>>& more) {
-  std::wstring block;
-  wchar_t* const own = GetEnvironmentStringsW();
-  for (const wchar_t* variable = own; *variable != L'\0'; variable += std::wstring(variable).size() + 1) {
-    const std::wstring text = variable;
-    bool replaced = false;
-    for (const auto& [name, value] : more) replaced = replaced || text.starts_with(WideText(name) + L"=");
-    if (!replaced) block += text + L'\0';
-  }
-  FreeEnvironmentStringsW(own);
-  for (const auto& [name, value] : more) block += WideText(name) + L"=" + WideText(value) + L'\0';
-  return block + L'\0';
-}
-
 struct ChildPipe {
   ChildPipe() {
     if (!CreatePipe(&reading, &writing, nullptr, 0)) CannotStartChild();
   }
   HANDLE reading = nullptr;
   HANDLE writing = nullptr;
+};
+
+/// Where a process's standard error goes: where this one's goes, or nowhere.
+struct ChildErrors {
+  explicit ChildErrors(bool dropped)
+      : nowhere(dropped ? CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                      OPEN_EXISTING, 0, nullptr)
+                        : nullptr),
+        handle(dropped ? nowhere : GetStdHandle(STD_ERROR_HANDLE)) {}
+  ~ChildErrors() {
+    if (nowhere != nullptr) CloseHandle(nowhere);
+  }
+  ChildErrors(const ChildErrors&) = delete;
+  ChildErrors& operator=(const ChildErrors&) = delete;
+
+  HANDLE nowhere;
+  HANDLE handle;
 };
 
 void LetInherit(HANDLE handle) { SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT); }
@@ -74,8 +76,7 @@ struct ChildProcess::System {
   HANDLE output = nullptr;
 };
 
-ChildProcess::ChildProcess(const std::vector<std::string>& arguments,
-                           const std::vector<std::pair<std::string, std::string>>& environment)
+ChildProcess::ChildProcess(const std::vector<std::string>& arguments, Errors errors)
     : system_(std::make_unique<System>()) {
   const ChildPipe input;
   const ChildPipe output;
@@ -86,17 +87,16 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments,
   startup.dwFlags = STARTF_USESTDHANDLES;
   startup.hStdInput = input.reading;
   startup.hStdOutput = output.writing;
-  startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
+  const ChildErrors error(errors == Errors::Dropped);
+  startup.hStdError = error.handle;
   LetInherit(startup.hStdError);
   std::wstring line = L"kxbench";
   for (const std::string& argument : arguments) line += L" " + QuotedWord(WideText(argument));
-  std::wstring variables = ChildVariables(environment);
   const std::wstring program = LoadedFile(nullptr).wstring();
   PROCESS_INFORMATION started{};
-  const BOOL begun =
-      CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, CREATE_UNICODE_ENVIRONMENT,
-                     variables.data(), nullptr, &startup, &started);
-  const DWORD error = GetLastError();
+  const BOOL begun = CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                                    &startup, &started);
+  const DWORD failure = GetLastError();
   CloseHandle(input.reading);
   CloseHandle(output.writing);
   system_->input = input.writing;
@@ -104,7 +104,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments,
   if (!begun) {
     CloseInput();
     CloseHandle(system_->output);
-    SetLastError(error);
+    SetLastError(failure);
     CannotStartChild();
   }
   CloseHandle(started.hThread);

@@ -17,6 +17,10 @@ using proof::FaultClass;
 using proof::Naming;
 using proof::ProofFault;
 
+/// Between these a threshold makes sense, Ohm: what is smaller or larger the instrument cannot tell apart.
+constexpr double SmallestThreshold = 1e-3;
+constexpr double LargestThreshold = 1e9;
+
 std::vector<Record> Parsed(const std::vector<std::string>& lines) {
   std::vector<Record> records;
   records.reserve(lines.size());
@@ -103,6 +107,35 @@ proof::Verdict ProofJudge::Judge(const ProofFault& fault) {
 
 bool ProofJudge::IsFalseAlarm(const ProofFault& fault) {
   return Finds(expectation_, WithFault(good_, fault));
+}
+
+std::optional<std::vector<std::string>> ProofJudge::Records(const ProofFault& fault) {
+  proof::CheckOutcome outcome = Check(expectation_, proof::WithFault(good_, fault));
+  return outcome.failure.empty() ? std::optional(std::move(outcome.records)) : std::nullopt;
+}
+
+std::optional<double> ProofJudge::LowestLowerThreshold() {
+  return proof::TurningPoint(SmallestThreshold, expectation_.Schwelle, true, [this](double ohm) {
+    TShortTestData changed = expectation_;
+    changed.Schwelle = ohm;
+    return Finds(changed, good_);
+  });
+}
+
+std::optional<double> ProofJudge::HighestUpperThreshold() {
+  const double upper = std::max(expectation_.Schwelle, expectation_.Schwelle2);
+  return proof::TurningPoint(upper, LargestThreshold, false, [this](double ohm) {
+    TShortTestData changed = expectation_;
+    changed.Schwelle2 = ohm;
+    return Finds(changed, good_);
+  });
+}
+
+bool ProofJudge::FindsWith(double lowerOhm, double upperOhm, const ProofFault& fault) {
+  TShortTestData changed = expectation_;
+  changed.Schwelle = lowerOhm;
+  changed.Schwelle2 = upperOhm;
+  return Finds(changed, proof::WithFault(good_, fault));
 }
 
 std::optional<double> ProofJudge::LargestJoint(proof::Channel contact) {

@@ -31,6 +31,17 @@ class ProofJudge {
   /// Whether the check of a capacitor that discharges in time has a finding all the same.
   bool IsFalseAlarm(const proof::ProofFault& fault);
 
+  /// All records of the check of one fault; no value when it could not be carried out.
+  std::optional<std::vector<std::string>> Records(const proof::ProofFault& fault);
+
+  /// The lower threshold below which the good device does not pass any more, and the upper one above which it
+  /// does not, Ohm; none when it always does.
+  std::optional<double> LowestLowerThreshold();
+  std::optional<double> HighestUpperThreshold();
+
+  /// Whether a check with other thresholds finds the fault.
+  bool FindsWith(double lowerOhm, double upperOhm, const proof::ProofFault& fault);
+
   /// See EscapeSearch.h.
   std::optional<double> LargestJoint(proof::Channel contact);
   std::optional<double> SmallestInsulation(proof::Channel a, proof::Channel b);

@@ -122,6 +122,38 @@ std::string SensitivityText(const Proof& proof) {
   return text.empty() ? "" : SectionTitle("Sensitivity (in the worst net; the files hold each):") + text;
 }
 
+std::string AdviceText(const Proof& proof) {
+  if (!proof.advice) return "";
+  const proof::ThresholdAdvice& advice = *proof.advice;
+  const std::string start(Indent, ' ');
+  std::string text = SectionTitle("Thresholds that would find more, " + ShortNumber(advice.margin) +
+                                  " times away from the good device:");
+  text += start +
+          (advice.lowerOhm ? "WIDERSTAND " + ShortNumber(*advice.lowerOhm) + " Ohm" : "WIDERSTAND as it is") +
+          "\n";
+  text +=
+      start +
+      (advice.upperOhm ? "WIDERSTAND2 " + ShortNumber(*advice.upperOhm) + " Ohm" : "WIDERSTAND2 as it is") +
+      "\n";
+  if (!advice.upperBounded) {
+    text += start + "(no insulation of the good device bounds WIDERSTAND2: describe one with --device)\n";
+  }
+  return text + start + Count(advice.moreFound, "fault", "faults") + " more would be found\n";
+}
+
+std::string PluginText(const Proof& proof) {
+  if (proof.throughPlugin == 0) return "";
+  std::string text =
+      SectionTitle("Through the plug-in's library: " + Count(proof.throughPlugin, "fault", "faults") + ", " +
+                   std::to_string(proof.pluginDifferences.size()) + " with other records");
+  for (const proof::PluginDifference& one : proof.pluginDifferences) {
+    text += std::string(Indent, ' ') + proof::FaultWords(one.fault) + "\n";
+    text += std::string(2 * Indent, ' ') + "simulated: " + one.simulated + "\n";
+    text += std::string(2 * Indent, ' ') + "measured:  " + one.measured + "\n";
+  }
+  return text;
+}
+
 std::string ProofVerdict(const Proof& proof) {
   if (!proof.complete) return "NOT COMPLETE: the proof was cancelled\n";
   std::size_t escaped = 0;
@@ -132,6 +164,7 @@ std::string ProofVerdict(const Proof& proof) {
     text += Count(proof.falseAlarms.size(), "charged capacitor is", "charged capacitors are") +
             " reported though discharged in time; ";
   }
+  if (!proof.pluginDifferences.empty()) text += "the plug-in's library has other records; ";
   text += escaped == 0 ? "nothing escapes" : Count(escaped, "fault escapes", "faults escape");
   if (escaped > 0 && proof.OpenEscapes() < escaped) {
     text += ", " + std::to_string(escaped - proof.OpenEscapes()) + " of them accepted";
@@ -168,7 +201,8 @@ std::string ProofReport(const Proof& proof, const wiring::ChannelNames& names) {
         Count(proof.capacitors, "charged capacitor that discharges", "charged capacitors that discharge") +
         " in half of the waiting time: " + std::to_string(proof.falseAlarms.size()) + " reported\n";
   }
-  text += NamingTable(proof) + EscapeList(proof, names) + SensitivityText(proof);
+  text += NamingTable(proof) + EscapeList(proof, names) + SensitivityText(proof) + AdviceText(proof) +
+          PluginText(proof);
   return text + "\n" + ProofVerdict(proof);
 }
 

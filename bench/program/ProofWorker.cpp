@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <iostream>
+#include <locale>
 #include <sstream>
 #include <stdexcept>
 
@@ -29,31 +30,40 @@ void Say(const std::string& line) {
   if (WriteToOutput(line + "\n") != 0) throw Failure("nobody takes the answers of this process");
 }
 
-/// The device that every fault is put into.
-proof::DeviceModel GoodDevice(const ProofTask& task) {
-  const TShortTestData expectation(task.file);
-  proof::DeviceModel ideal = proof::IdealDevice(expectation, task.netOhm);
-  if (task.device.empty()) return ideal;
-  try {
-    return proof::DescribedDevice(PathFromUtf8(task.device), ideal.channels);
-  } catch (const std::runtime_error& error) {
-    throw Failure("--device: " + std::string(error.what()));
-  }
+std::string LimitAnswer(const std::optional<double>& ohm) { return "limit " + (ohm ? Exact(*ohm) : "none"); }
+
+proof::ProofFault FaultIn(std::istringstream& words) {
+  std::string rest;
+  std::getline(words >> std::ws, rest);
+  const auto fault = proof::FaultFromWords(rest);
+  if (!fault) throw Failure("a fault that cannot be read: " + rest);
+  return *fault;
 }
 
-std::string LimitAnswer(const std::optional<double>& ohm) { return "limit " + (ohm ? Exact(*ohm) : "none"); }
+std::string RecordsAnswer(const std::optional<std::vector<std::string>>& records) {
+  if (!records) return "no records";
+  std::string answer = "records";
+  for (const std::string& record : *records) answer += "\t" + record;
+  return answer;
+}
+
+std::string AlarmAnswer(bool alarm) { return alarm ? "alarm 1" : "alarm 0"; }
 
 std::string Answer(const std::string& request, ProofJudge& judge) {
   std::istringstream words(request);
+  words.imbue(std::locale::classic());
   std::string what;
-  words >> what >> std::ws;
-  if (what == "fault" || what == "capacitor") {
-    std::string rest;
-    std::getline(words, rest);
-    const auto fault = proof::FaultFromWords(rest);
-    if (!fault) throw Failure("a fault that cannot be read: " + rest);
-    if (what == "capacitor") return judge.IsFalseAlarm(*fault) ? "alarm 1" : "alarm 0";
-    return "verdict " + proof::VerdictWords(judge.Judge(*fault));
+  words >> what;
+  if (what == "fault") return "verdict " + proof::VerdictWords(judge.Judge(FaultIn(words)));
+  if (what == "capacitor") return AlarmAnswer(judge.IsFalseAlarm(FaultIn(words)));
+  if (what == "records") return RecordsAnswer(judge.Records(FaultIn(words)));
+  if (what == "lowest") return LimitAnswer(judge.LowestLowerThreshold());
+  if (what == "highest") return LimitAnswer(judge.HighestUpperThreshold());
+  if (what == "with") {
+    double lower = 0;
+    double upper = 0;
+    words >> lower >> upper;
+    return AlarmAnswer(judge.FindsWith(lower, upper, FaultIn(words)));
   }
   proof::Channel a = 0;
   proof::Channel b = 0;
@@ -80,6 +90,17 @@ void Work(const ProofTask& task) {
 }
 
 }  // namespace
+
+proof::DeviceModel GoodDevice(const ProofTask& task) {
+  const TShortTestData expectation(task.file);
+  proof::DeviceModel ideal = proof::IdealDevice(expectation, task.netOhm);
+  if (task.device.empty()) return ideal;
+  try {
+    return proof::DescribedDevice(PathFromUtf8(task.device), ideal.channels);
+  } catch (const std::runtime_error& error) {
+    throw Failure("--device: " + std::string(error.what()));
+  }
+}
 
 std::vector<std::string> ProofTask::Arguments() const {
   return {ProofWorkerWord, file, sha256, Exact(netOhm), device.empty() ? "-" : device};

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bench/program/ExitStatus.h"
+#include "bench/proof/DeviceModel.h"
 
 namespace kxbench {
 
@@ -25,11 +26,17 @@ struct ProofTask {
   static ProofTask FromArguments(const std::vector<std::string>& arguments);
 };
 
+/// The device that every fault of the task is put into. Throws Failure for a description that cannot be used.
+proof::DeviceModel GoodDevice(const ProofTask& task);
+
 /// Checks what standard input asks for, a line each, and answers with a line each, until the input ends:
 ///   fault WORDS          -> verdict WORDS (see ProofFault.h, Verdict.h)
 ///   capacitor WORDS      -> alarm 0 or 1
+///   records WORDS        -> records, each after a tab; "no records" when the check could not be carried out
 ///   joint CHANNEL        -> limit OHM, or "limit none"
 ///   insulation A B       -> the same
+///   lowest, highest      -> the same: the thresholds at which the good device just passes
+///   with LOWER UPPER WORDS -> alarm 0 or 1: whether these thresholds find the fault
 /// Before that it says "good SECONDS COUNT" and COUNT findings of the good device, a line each. What keeps it
 /// from working it says in a line that begins with "failed ".
 ExitStatus RunProofWorker(const std::vector<std::string>& arguments);

@@ -11,6 +11,7 @@
 #include "bench/program/Failure.h"
 #include "bench/program/Output.h"
 #include "bench/program/Project.h"
+#include "bench/program/ProofExtras.h"
 #include "bench/program/ProofProgress.h"
 #include "bench/program/ProofReport.h"
 #include "bench/program/ProofWorkers.h"
@@ -197,9 +198,14 @@ ExitStatus Prove(const CommonOptions& common, const ProveOptions& options) {
     result.goodFindings = workers.GoodFindings();
     result.goodSeconds = workers.GoodSeconds();
     ProofProgress progress(*terminal, common.progress != ProgressChoice::None);
-    result.complete =
-        workers.Answer(questions.Requests(), InterruptWatch::Interrupted,
-                       [&](std::size_t answered) { progress.Report(answered, questions.Requests().size()); });
+    const auto cancelled = InterruptWatch::Interrupted;
+    result.complete = workers.Answer(questions.Requests(), cancelled, [&](std::size_t answered) {
+      progress.Report(answered, questions.Requests().size());
+    });
+    if (result.complete && options.suggest) AddAdvice(workers, result, cancelled);
+    if (result.complete && options.throughPlugin > 0) {
+      result.complete = CompareWithPlugin(workers, common, options.throughPlugin, result, cancelled);
+    }
   }
   questions.TakeAlarms(plan, result);
   for (const OutputFile& output : outputs) WriteOutput(output, result, names);

@@ -23,6 +23,8 @@ struct ProveOptions {
   std::size_t jobs = 0;  ///< processes; 0: as many as the machine has cores
   std::vector<proof::EscapeReason> accepted;
   std::vector<std::string> outputs;  ///< "html:FILE", "json:FILE", "csv:FILE"
+  bool suggest = false;              ///< thresholds that would find more
+  std::size_t throughPlugin = 0;     ///< faults to check through the plug-in's library, too
   bool strict = false;
 };
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "bench/proof/CurrentTester.h"
+#include "bench/proof/NetworkTester.h"
 #include "framework/MessageWindow.h"
 #include "plugin/check/ResultRecords.h"
 #include "plugin/check/ShorttestCheck.h"
@@ -89,9 +89,19 @@ CheckStand::CheckStand() : host_(std::make_unique<Host>()) {}
 
 CheckStand::~CheckStand() = default;
 
+std::uint32_t CheckStand::TickStep_ms(const TShortTestData& expectation) {
+  return static_cast<std::uint32_t>(std::max(1, expectation.Timeout / LooksOfAWait));
+}
+
 CheckOutcome CheckStand::Check(const TShortTestData& expectation, const DeviceModel& device) {
-  HeldClock clock(static_cast<std::uint32_t>(std::max(1, expectation.Timeout / LooksOfAWait)));
+  HeldClock clock(TickStep_ms(expectation));
   NetworkTester tester(device, clock);
+  CheckOutcome outcome = CheckWith(expectation, clock, tester);
+  if (outcome.failure.empty() && tester.ClosedRelays() > 0) outcome.failure = "the check left relays closed";
+  return outcome;
+}
+
+CheckOutcome CheckStand::CheckWith(const TShortTestData& expectation, HeldClock& clock, Driver& tester) {
   const ClockInForce held(clock);
   SetCurrentTester(&tester);
   CheckOutcome outcome;
@@ -103,7 +113,6 @@ CheckOutcome CheckStand::Check(const TShortTestData& expectation, const DeviceMo
   SetCurrentTester(nullptr);
   outcome.records = host_->TakeRecords();
   outcome.seconds = clock.Seconds();
-  if (outcome.failure.empty() && tester.ClosedRelays() > 0) outcome.failure = "the check left relays closed";
   return outcome;
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "bench/proof/CheckOutcome.h"
+#include "bench/proof/CurrentTester.h"
 #include "bench/proof/DeviceModel.h"
+#include "bench/proof/HeldClock.h"
 #include "contracts/UserInterface.h"
 #include "plugin/data/ShorttestData.h"
 
@@ -20,6 +23,13 @@ class CheckStand {
 
   /// Checks `device` with `expectation`, which may be anything. Never throws but for want of memory.
   CheckOutcome Check(const TShortTestData& expectation, const DeviceModel& device);
+
+  /// The same with a tester that is there already, and whose time `clock` is.
+  CheckOutcome CheckWith(const TShortTestData& expectation, HeldClock& clock, Driver& tester);
+
+  /// By how much a look at the ticks moves the time on, so that a wait for a discharge is neither missed nor
+  /// long, ms.
+  static std::uint32_t TickStep_ms(const TShortTestData& expectation);
 
  private:
   class Host;

@@ -6,21 +6,22 @@
 
 #include "bench/proof/CurrentTester.h"
 #include "contracts/BrenmorHWDevice.h"
+#include "simulator/Instrument.h"
 
 namespace {
 
-using kxbench::proof::NetworkTester;
+using kxbench::proof::Driver;
 
 constexpr double OverRange = simulator::Instrument::OverRange;
 constexpr std::int32_t Generation = 2;
 
-NetworkTester* currentTester = nullptr;
+Driver* currentTester = nullptr;
 
 }  // namespace
 
 namespace kxbench::proof {
 
-void SetCurrentTester(NetworkTester* tester) { currentTester = tester; }
+void SetCurrentTester(Driver* tester) { currentTester = tester; }
 
 }  // namespace kxbench::proof
 
@@ -29,8 +30,8 @@ std::int32_t brenmor_bus_write(std::int32_t address, std::int32_t, std::int32_t 
   return 0;
 }
 
-std::int32_t brenmor_relay_set(std::int32_t card, std::int32_t, std::int32_t) {
-  if (currentTester != nullptr) currentTester->RelaySet(card);
+std::int32_t brenmor_relay_set(std::int32_t card, std::int32_t relay, std::int32_t state) {
+  if (currentTester != nullptr) currentTester->RelaySet(card, relay, state);
   return 0;
 }
 
@@ -45,7 +46,7 @@ double brenmor_adx_read(std::int32_t function, std::int32_t range, std::int32_t)
 std::int32_t brenmor_adx_hw_generation() { return Generation; }
 
 std::int32_t brenmor_bus_get_error() {
-  return currentTester == nullptr || currentTester->PendingError() ? 1 : 0;
+  return currentTester == nullptr || currentTester->HasPendingError() ? 1 : 0;
 }
 
 char* brenmor_bus_get_error_msg() {

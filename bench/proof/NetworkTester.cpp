@@ -103,6 +103,16 @@ void NetworkTester::BusWrite(std::int32_t address, std::int32_t value) {
   ohm_.reset();
 }
 
+void NetworkTester::RelaySet(std::int32_t card, std::int32_t relay, std::int32_t state) {
+  clock_.EndWait();
+  if (!RequireCard(card)) return;
+  if (state == 0) {
+    terminators_.erase({card, relay});
+  } else {
+    terminators_.insert({card, relay});
+  }
+}
+
 std::int32_t NetworkTester::MsuWriteRelay(std::int32_t relay) {
   return RequireCard((relay - 1) / static_cast<std::int32_t>(CardChannels)) ? 1 : 0;
 }
@@ -115,7 +125,7 @@ double NetworkTester::AdxRead(std::int32_t function, std::int32_t range) {
 }
 
 std::size_t NetworkTester::ClosedRelays() const {
-  std::size_t closed = 0;
+  std::size_t closed = terminators_.size();
   for (const LineRelays& line : coils_) {
     for (const Relays coils : line) closed += static_cast<std::size_t>(std::popcount(coils));
   }

@@ -4,9 +4,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "bench/proof/CurrentTester.h"
 #include "bench/proof/DeviceModel.h"
 #include "bench/proof/HeldClock.h"
 #include "simulator/Circuit.h"
@@ -21,21 +24,20 @@ namespace kxbench::proof {
 ///
 /// Unlike the simulator it may have 64 cards. It knows no noise, drift or failing calls, and pieces of a line
 /// that are not set up reach nothing at all.
-class NetworkTester {
+class NetworkTester : public Driver {
  public:
   /// `device` and `clock` outlive it.
   NetworkTester(const DeviceModel& device, HeldClock& clock);
 
-  // The driver's functions, see contracts/BrenmorHWDevice.h.
-  void BusWrite(std::int32_t address, std::int32_t value);
-  void RelaySet(std::int32_t card) { RequireCard(card); }
-  std::int32_t MsuWriteRelay(std::int32_t relay);
-  double AdxRead(std::int32_t function, std::int32_t range);
+  void BusWrite(std::int32_t address, std::int32_t value) override;
+  void RelaySet(std::int32_t card, std::int32_t relay, std::int32_t state) override;
+  std::int32_t MsuWriteRelay(std::int32_t relay) override;
+  double AdxRead(std::int32_t function, std::int32_t range) override;
+  std::optional<std::string> PendingError() const override { return error_; }
+  bool HasPendingError() const override { return error_.has_value(); }
+  void DeletePendingError() override { error_.reset(); }
 
-  const std::optional<std::string>& PendingError() const { return error_; }
-  void DeletePendingError() { error_.reset(); }
-
-  /// Relays whose coils are on, auxiliary ones included.
+  /// Relays whose coils are on, auxiliary ones and terminating resistors included.
   std::size_t ClosedRelays() const;
 
  private:
@@ -76,6 +78,7 @@ class NetworkTester {
   std::optional<double> ohm_;                 ///< of the last reading, until a relay moves
   simulator::Instrument instrument_;
   simulator::Circuit circuit_;
+  std::set<std::pair<std::int32_t, std::int32_t>> terminators_;  ///< closed ones: card and relay
   std::optional<std::string> error_;
 };
 

@@ -48,7 +48,8 @@ std::size_t Proof::OpenEscapes() const {
 }
 
 bool Proof::Holds() const {
-  return complete && goodFindings.empty() && falseAlarms.empty() && OpenEscapes() == 0;
+  return complete && goodFindings.empty() && falseAlarms.empty() && pluginDifferences.empty() &&
+         OpenEscapes() == 0;
 }
 
 double Proof::RealSeconds() const {

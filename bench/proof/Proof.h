@@ -29,6 +29,22 @@ struct NetSensitivity {
   std::optional<double> smallestInsulation;  ///< to another net; none where a check never finds it
 };
 
+/// Thresholds that would find more, and that the good device still passes with a margin.
+struct ThresholdAdvice {
+  double margin = 0;               ///< factor between the good device and each threshold
+  std::optional<double> lowerOhm;  ///< none: the one in force is low enough
+  std::optional<double> upperOhm;  ///< none: the one in force is high enough
+  bool upperBounded = false;       ///< the good device's insulation bounds it; else this program does
+  std::size_t moreFound = 0;       ///< of the faults that escape now
+};
+
+/// A fault whose check through the plug-in's library ended otherwise.
+struct PluginDifference {
+  ProofFault fault;
+  std::string simulated;  ///< records, joined by "; "
+  std::string measured;
+};
+
 /// The counts of one class.
 struct ClassCount {
   FaultClass kind = FaultClass::Open;
@@ -62,6 +78,9 @@ struct Proof {
   std::vector<ProofFault> falseAlarms;  ///< capacitors that the check reports all the same
   std::vector<NetSensitivity> sensitivity;
   std::vector<EscapeReason> accepted;
+  std::optional<ThresholdAdvice> advice;            ///< where it was asked for
+  std::size_t throughPlugin = 0;                    ///< faults checked through the plug-in's library, too
+  std::vector<PluginDifference> pluginDifferences;  ///< of those
 
   /// The classes, in the order of the report; the tester's only when it was asked for.
   std::vector<ClassCount> Classes() const;
@@ -69,7 +88,8 @@ struct Proof {
   /// Escapes whose reason is not accepted.
   std::size_t OpenEscapes() const;
 
-  /// Whether nothing escapes but what is accepted, the good device passes, and nothing is left to do.
+  /// Whether nothing escapes but what is accepted, the good device passes, the plug-in's library agrees, and
+  /// nothing is left to do.
   bool Holds() const;
 
   /// Seconds that all checks simulated take on a real tester at least: the sum of their waits.

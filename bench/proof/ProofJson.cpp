@@ -87,6 +87,16 @@ std::string ProofJson(const Proof& proof) {
   document["capacitors"]["simulated"] = proof.capacitors;
   document["capacitors"]["reported"] = proof.falseAlarms.size();
   document["sensitivity"] = SensitivityOf(proof);
+  if (proof.advice) {
+    document["suggested"]["margin"] = proof.advice->margin;
+    document["suggested"]["lowerOhm"] = OhmOrNull(proof.advice->lowerOhm);
+    document["suggested"]["upperOhm"] = OhmOrNull(proof.advice->upperOhm);
+    document["suggested"]["moreFound"] = proof.advice->moreFound;
+  }
+  if (proof.throughPlugin > 0) {
+    document["throughPlugin"]["checked"] = proof.throughPlugin;
+    document["throughPlugin"]["different"] = proof.pluginDifferences.size();
+  }
   document["secondsOnATester"] = proof.RealSeconds();
   document["notCovered"] = NotCovered();
   return document.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";

@@ -81,6 +81,12 @@ class ProveCommand : public Command {
     list.Value(
         "--jobs", "N", "Processes that work side by side (default: one for each core)",
         [this](const std::string& value) { options_.jobs = ReadCount<std::size_t>("--jobs", value, 1); });
+    list.Flag("--suggest", "Name thresholds that would find more", options_.suggest);
+    list.Value("--through-plugin", "N",
+               "Check N of the faults again through the plug-in's library, in real time",
+               [this](const std::string& value) {
+                 options_.throughPlugin = ReadCount<std::size_t>("--through-plugin", value, 1);
+               });
     list.Flag("--strict", "Refuse an expectation file that leaves pairs unchecked, instead of warning",
               options_.strict);
   }
