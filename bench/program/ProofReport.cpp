@@ -129,11 +129,11 @@ std::string AdviceText(const Proof& proof) {
   std::string text = SectionTitle("Thresholds that would find more, " + ShortNumber(advice.margin) +
                                   " times away from the good device:");
   text += start +
-          (advice.lowerOhm ? "WIDERSTAND " + ShortNumber(*advice.lowerOhm) + " Ohm" : "WIDERSTAND as it is") +
+          (advice.lowerOhm ? "WIDERSTAND " + PlainNumber(*advice.lowerOhm) + " Ohm" : "WIDERSTAND as it is") +
           "\n";
   text +=
       start +
-      (advice.upperOhm ? "WIDERSTAND2 " + ShortNumber(*advice.upperOhm) + " Ohm" : "WIDERSTAND2 as it is") +
+      (advice.upperOhm ? "WIDERSTAND2 " + PlainNumber(*advice.upperOhm) + " Ohm" : "WIDERSTAND2 as it is") +
       "\n";
   if (!advice.upperBounded) {
     text += start + "(no insulation of the good device bounds WIDERSTAND2: describe one with --device)\n";

@@ -15,9 +15,8 @@ TEST_F(CheckOnTheStand, SendsTheRecordsOfTheCheck) {
   const DeviceModel shorted = WithFault(IdealDevice(harness), testkit::Short(3, 4));
   EXPECT_EQ(stand.Check(harness, shorted).records,
             (std::vector<std::string>{"Verbindungstest|2|2||2||",
-                                      "Kurzschluss zwischen (1, 3) und (2, 4)|10|0.3|Ohm|100000000000001|0|",
-                                      "Kurzschluss zwischen (1, 3) und (2, 4)|10|0.3|Ohm|100000000000001|0|",
-                                      "Kurzschlusstest|0|2||0||"}));
+                                      "Kurzschluss zwischen (1, 3) und (2, 4)|10|0.1|Ohm|100000000000001|0|",
+                                      "Kurzschlusstest|0|1||0||"}));
 }
 
 TEST_F(CheckOnTheStand, CountsTheWaitsThatARealTesterNeeds) {
