@@ -8,9 +8,11 @@ namespace kxbench {
 std::unique_ptr<Command> MakeCheckCommand();
 std::unique_ptr<Command> MakeDiagnoseCommand();
 std::unique_ptr<Command> MakeProveCommand();
+std::unique_ptr<Command> MakeDrawCommand();
 std::unique_ptr<Command> MakeRunCommand();
 std::unique_ptr<Command> MakeLearnCommand();
 std::unique_ptr<Command> MakeEditCommand();
+std::unique_ptr<Command> MakeSelfTestCommand();
 std::unique_ptr<Command> MakeInfoCommand();
 
 /// All of them, in the order of the program's help.
