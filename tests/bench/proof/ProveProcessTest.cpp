@@ -146,8 +146,7 @@ TEST_F(ProveProcess, NamesThresholdsThatWouldFindMore) {
 }
 
 TEST_F(ProveProcess, RefusesWhatItCannotRead) {
-  EXPECT_EQ(Prove({"missing.dat"}).errors,
-            "kxbench: missing.dat: cannot be read: No such file or directory\n");
+  EXPECT_THAT(Prove({"missing.dat"}).errors, StartsWith("kxbench: missing.dat: cannot be read: "));
   const std::string file = SmallHarness();
   EXPECT_EQ(Prove({file, "--accept", "luck"}).status, 2);
   EXPECT_EQ(Prove({file, "--output", "pdf:proof.pdf"}).status, 2);
