@@ -6,11 +6,13 @@
 #include "bench/program/CommandLine.h"
 #include "bench/program/Commands.h"
 #include "bench/program/Output.h"
+#include "bench/program/ProofWorker.h"
 #include "ui/terminal/Interrupt.h"
 
 namespace kxbench {
 
 ExitStatus RunBench(std::vector<std::string> arguments) {
+  if (!arguments.empty() && arguments.front() == ProofWorkerWord) return RunProofWorker(arguments);
   const CommandList commands = AllCommands();
   const auto parsed = ParseCommandLine(std::move(arguments), commands);
   if (const auto* information = std::get_if<Information>(&parsed)) {

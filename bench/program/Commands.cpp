@@ -14,6 +14,7 @@ CommandList AllCommands() {
   commands.push_back(MakeExportCommand());
   commands.push_back(MakeCompareCommand());
   commands.push_back(MakeDrawCommand());
+  commands.push_back(MakeProveCommand());
   commands.push_back(MakeSelfTestCommand());
   commands.push_back(MakeResultsCommand());
   return commands;
