@@ -6,6 +6,7 @@ CommandList AllCommands() {
   CommandList commands;
   commands.push_back(MakeCheckCommand());
   commands.push_back(MakeDiagnoseCommand());
+  commands.push_back(MakeStationCommand());
   commands.push_back(MakeRunCommand());
   commands.push_back(MakeLearnCommand());
   commands.push_back(MakeEditCommand());

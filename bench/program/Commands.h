@@ -7,6 +7,7 @@ namespace kxbench {
 // The commands, each in a file of its own in commands/.
 std::unique_ptr<Command> MakeCheckCommand();
 std::unique_ptr<Command> MakeDiagnoseCommand();
+std::unique_ptr<Command> MakeStationCommand();
 std::unique_ptr<Command> MakeRunCommand();
 std::unique_ptr<Command> MakeLearnCommand();
 std::unique_ptr<Command> MakeEditCommand();

@@ -63,7 +63,7 @@ void ResultRecorder::Open(const Project& project, std::function<void(const std::
 }
 
 void ResultRecorder::Uses(const Extension& extension) {
-  if (Wanted()) plugin_ = PluginText(extension);
+  if (options_.Wanted()) plugin_ = PluginText(extension);
 }
 
 void ResultRecorder::Begin(const std::optional<std::string>& expectation) {
@@ -105,7 +105,6 @@ results::Result ResultRecorder::Made() const {
 
 void ResultRecorder::Ended(StepResult& check) {
   if (!Wanted() || !expectation_) return;
-  any_ = true;
   try {
     if (check.end == StepEnd::Finished) AskDriverOnce();
     results::Result result = Made();
@@ -118,7 +117,7 @@ void ResultRecorder::Ended(StepResult& check) {
 }
 
 void ResultRecorder::CouldNotBegin(const std::string& expectation, const std::string& why) {
-  if (!Wanted() || any_) return;
+  if (!Wanted()) return;
   Begin(expectation);
   results::Result result = Made();
   result.verdict = results::Verdict::Error;
@@ -144,7 +143,7 @@ void ResultRecorder::Keep(const results::Result& result) {
 void ResultRecorder::Tell(const std::string& line) const { tell_(line); }
 
 void ResultRecorder::AskDriverOnce() {
-  if (Wanted() && !driver_) driver_ = AskDriver();
+  if (options_.Wanted() && !driver_) driver_ = AskDriver();
 }
 
 }  // namespace kxbench
