@@ -1,9 +1,9 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace kxbench::documents {
@@ -29,7 +29,10 @@ struct Pin {
   std::string connector;
   std::string pin;
 
-  auto operator<=>(const Pin&) const = default;
+  bool operator==(const Pin&) const = default;
+  bool operator<(const Pin& other) const {
+    return std::tie(connector, pin) < std::tie(other.connector, other.pin);
+  }
 };
 
 /// "X1.3".

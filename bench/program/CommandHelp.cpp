@@ -51,7 +51,7 @@ std::string CommandHelp(const DeclaredCommand& declared) {
     if (!option.listed) continue;
     CLI::Option* shown = option.type.empty() ? page.add_flag(option.name, option.description)
                                              : page.add_option(option.name, option.description);
-    if (!option.type.empty()) shown->type_name(option.type);
+    if (!option.type.empty()) shown->type_name(option.valueOptional ? "[" + option.type + "]" : option.type);
   }
   return HelpText(page, declared.command->Notes());
 }

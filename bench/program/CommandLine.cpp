@@ -94,8 +94,8 @@ Typed TakeApart(std::vector<std::string> arguments, const std::map<std::string, 
   CLI::Option* version = app.add_flag(VersionOption)->disable_flag_override();
   std::map<std::string, CLI::Option*> added;
   for (const auto& [name, option] : options) {
-    CLI::Option* one =
-        option.type.empty() ? app.add_flag(name)->disable_flag_override() : app.add_option(name)->expected(1);
+    CLI::Option* one = option.type.empty() ? app.add_flag(name)->disable_flag_override()
+                                           : app.add_option(name)->expected(option.valueOptional ? 0 : 1, 1);
     added[name] = one->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   }
   const std::string last = arguments.empty() ? "" : arguments.back();
@@ -209,7 +209,7 @@ void ReadOptions(const DeclaredCommand& declared, const Typed& typed,
       throw Failure(spoken + " is given " + std::to_string(values.size()) + " times");
     }
     for (const std::string& value : values) {
-      if (value.empty()) throw Failure(spoken + " has an empty value");
+      if (value.empty() && !option->valueOptional) throw Failure(spoken + " has an empty value");
       option->read(value);
     }
   }

@@ -11,6 +11,7 @@ CommandList AllCommands() {
   commands.push_back(MakeLearnCommand());
   commands.push_back(MakeEditCommand());
   commands.push_back(MakeInfoCommand());
+  commands.push_back(MakeDrawCommand());
   return commands;
 }
 

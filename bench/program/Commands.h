@@ -8,6 +8,7 @@ namespace kxbench {
 std::unique_ptr<Command> MakeCheckCommand();
 std::unique_ptr<Command> MakeDiagnoseCommand();
 std::unique_ptr<Command> MakeStationCommand();
+std::unique_ptr<Command> MakeDrawCommand();
 std::unique_ptr<Command> MakeRunCommand();
 std::unique_ptr<Command> MakeLearnCommand();
 std::unique_ptr<Command> MakeEditCommand();

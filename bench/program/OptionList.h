@@ -27,7 +27,8 @@ struct CommandOption {
   std::function<void(const std::string& value)>
       read;  ///< throws Failure; called once for each time it is given
   bool repeatable = false;
-  bool listed = true;  ///< shown in the command's help
+  bool valueOptional = false;  ///< without one `read` gets an empty text
+  bool listed = true;          ///< shown in the command's help
 };
 
 /// One of the words that an option takes.

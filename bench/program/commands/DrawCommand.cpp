@@ -1,0 +1,163 @@
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "bench/documents/Drawing.h"
+#include "bench/program/Commands.h"
+#include "bench/program/DeviceDiagnosis.h"
+#include "bench/program/ExpectationGate.h"
+#include "bench/program/Failure.h"
+#include "bench/program/Guard.h"
+#include "bench/program/HostSetup.h"
+#include "bench/program/Interaction.h"
+#include "bench/program/Output.h"
+#include "bench/program/SaveProbe.h"
+#include "bench/program/System.h"
+#include "text/FileAccess.h"
+
+namespace kxbench {
+
+namespace {
+
+enum class PictureFormat { Svg, Html };
+
+constexpr const char* ToStandardOutput = "-";
+
+PictureFormat PictureFormatOf(const std::string& picture) {
+  if (picture == ToStandardOutput) return PictureFormat::Svg;
+  std::string ending = Utf8FromPath(PathFromUtf8(picture).extension());
+  std::transform(ending.begin(), ending.end(), ending.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  if (ending == ".svg") return PictureFormat::Svg;
+  if (ending == ".html" || ending == ".htm") return PictureFormat::Html;
+  throw Failure("-o " + picture + ": expected a name that ends in .svg or .html, or - for standard output");
+}
+
+class DrawCommand : public Command {
+ public:
+  std::string Name() const override { return "draw"; }
+  std::string Summary() const override { return "Draw a wiring diagram of what FILE expects"; }
+  std::string Notes() const override {
+    return "PICTURE is an SVG file or, where its name ends in .html, a page on which a click on a net shows "
+           "it "
+           "alone;\n"
+           "- writes SVG to standard output. The channels' names come from the project's ini file.\n"
+           "--faults stands after FILE. Without RESULT it measures the connected device, as kxbench diagnose "
+           "does; RESULT\n"
+           "is what kxbench diagnose --format json printed. Exit status 1 when faults were marked.";
+  }
+
+  void Declare(OptionList& list) override {
+    list.Argument("FILE", "Expectation file", Needed::Yes, file_);
+    list.Value("-o", "PICTURE", "File for the drawing, .svg or .html; needed", picture_);
+    list.Value("--faults", "RESULT", "Mark the faults of RESULT, or of the connected device", faults_)
+        .valueOptional = true;
+    list.Show({"--device", "--project", "--progress"});
+  }
+
+  ExitStatus Run(const CommonOptions& common) override {
+    if (!picture_) throw Failure("draw needs -o PICTURE.svg or -o PICTURE.html (see kxbench draw --help)");
+    const PictureFormat format = PictureFormatOf(*picture_);
+    RequirePlace();
+    HostSetup host(common, file_);
+    const wiring::ChannelNames names(host.CurrentProject().IniFile());
+    const bool measures = faults_ && faults_->empty();
+    if (measures) {
+      EnterGuard();
+      TellGuardOfExpectation(file_);
+    }
+    Interaction interaction(measures ? SurfaceOf(common.progress) : Surface::Silent, mrIgnore);
+    const auto warn = [&](const std::string& line) { interaction.Tell(line); };
+    const wiring::ExpectationFacts facts = ExpectationGate(false, warn).AdmitFile("", file_);
+    const documents::HarnessPicture picture =
+        documents::PictureOf(facts, names, Utf8FromPath(PathFromUtf8(file_).filename()));
+
+    Marked marked;
+    if (measures) {
+      const MeasureSummary summary = MeasureThroughModule(common, file_);
+      if (summary.end == MeasureEnd::Cancelled) {
+        interaction.Tell("draw " + file_ + ": cancelled");
+        return ExitStatus::Cancelled;
+      }
+      marked = MarkedOf(DiagnosisOf(summary, ExpectedOnly(facts, names)), names);
+    } else if (faults_) {
+      marked = ReadFaults(picture);
+    }
+    interaction.HideProgress();
+    Save(format == PictureFormat::Svg ? documents::SvgOf(picture, marked.faults)
+                                      : documents::HtmlOf(picture, marked.faults),
+         marked.faults.size());
+    return marked.status;
+  }
+
+ private:
+  struct Marked {
+    std::vector<documents::FaultMark> faults;
+    ExitStatus status = ExitStatus::NoFindings;
+  };
+
+  /// Finds out what keeps the picture from being saved before anything is measured.
+  void RequirePlace() const {
+    if (*picture_ == ToStandardOutput) return;
+    RequireSavable(*picture_);
+    std::error_code none;
+    if (std::filesystem::equivalent(PathFromUtf8(*picture_), PathFromUtf8(file_), none)) {
+      throw Failure("-o " + *picture_ + ": the drawing would replace the expectation");
+    }
+  }
+
+  static Marked MarkedOf(const DeviceDiagnosis& diagnosis, const wiring::ChannelNames& names) {
+    const auto label = [&](diagnosis::Channel channel) { return names.Labelled(channel); };
+    Marked marked{{}, diagnosis.Status()};
+    for (const diagnosis::Fault& voltage : diagnosis.voltages) {
+      marked.faults.push_back({voltage, diagnosis::FaultText(voltage, label), {}});
+    }
+    for (documents::FaultMark& mark : documents::MarksOf(diagnosis.faults, label)) {
+      marked.faults.push_back(std::move(mark));
+    }
+    return marked;
+  }
+
+  Marked ReadFaults(const documents::HarnessPicture& picture) const {
+    Marked marked;
+    try {
+      const std::string json = shorttest::ReadWholeFile(
+          shorttest::AbsolutePath(*faults_), shorttest::MostTextBytes, shorttest::ReadFrom::Anything);
+      marked.faults = documents::MarksFromJson(json, picture);
+    } catch (const std::system_error& error) {
+      throw Failure("--faults: " + std::string(error.what()));
+    } catch (const std::runtime_error& error) {
+      throw Failure("--faults " + *faults_ + ": " + error.what());
+    }
+    // A hint changes no verdict.
+    const bool failed = std::any_of(marked.faults.begin(), marked.faults.end(), [](const auto& mark) {
+      return mark.fault.kind != diagnosis::FaultKind::HighResistance;
+    });
+    if (failed) marked.status = ExitStatus::Findings;
+    return marked;
+  }
+
+  void Save(const std::string& text, std::size_t faults) const {
+    if (*picture_ == ToStandardOutput) return StandardOutput().Write(text);
+    try {
+      shorttest::ReplaceWholeFile(shorttest::AbsolutePath(*picture_), text);
+    } catch (const std::system_error& error) {
+      throw Failure("-o: " + std::string(error.what()));
+    }
+    std::string line = *picture_ + ": " + file_ + " drawn";
+    if (faults_) line += ", " + std::to_string(faults) + (faults == 1 ? " fault marked" : " faults marked");
+    StandardOutput().Write(line + "\n");
+  }
+
+  std::string file_;
+  std::optional<std::string> picture_;
+  std::optional<std::string> faults_;  // empty: of the connected device
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeDrawCommand() { return std::make_unique<DrawCommand>(); }
+
+}  // namespace kxbench
