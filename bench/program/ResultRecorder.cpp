@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "bench/program/CheckResult.h"
+#include "bench/program/ResultDrawing.h"
 #include "bench/program/SaveProbe.h"
 #include "bench/program/System.h"
 #include "text/FileAccess.h"
@@ -134,10 +135,15 @@ void ResultRecorder::Keep(const results::Result& result) {
       if (!outcome.line.empty()) Tell(outcome.line);
     }
     if (files_.Empty()) return;
-    for (const std::string& line : files_.Add({result, ""})) Tell(line);
+    for (const std::string& line : files_.Add({result, Drawing(result)})) Tell(line);
   } catch (const std::exception& error) {
     throw NotStored(OneLine(error.what()));
   }
+}
+
+/// Made for who shows it alone: it takes longer than all the rest.
+std::string ResultRecorder::Drawing(const results::Result& result) const {
+  return files_.Has(results::ResultFormat::Html) ? ResultDrawing(result, facts_, names_) : "";
 }
 
 void ResultRecorder::Tell(const std::string& line) const { tell_(line); }

@@ -88,6 +88,7 @@ class ResultRecorder {
 
  private:
   void Tell(const std::string& line) const;
+  std::string Drawing(const results::Result& result) const;
 
   const ResultOptions& options_;
   Makes makes_;

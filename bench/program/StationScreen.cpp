@@ -83,10 +83,10 @@ std::string LargeWord(const std::string& word, int columns, int rows, const std:
   const int letters = static_cast<int>(word.size());
   if (letters == 0) return "";
   const int units = letters * LetterPitch - 1;
-  // A character is about twice as high as it is wide.
+  // A character is about twice as high as it is wide; letters may be half as high or half as wide as usual.
   int height = rows / LetterSize;
-  int width = std::min(columns / units, 2 * height);
-  height = std::min(height, std::max(1, width / 2));
+  const int width = std::min(columns / units, 3 * height);
+  height = std::min(height, width);
   if (height < 1 || width < 1) return "";
   std::string text;
   for (std::size_t row = 0; row < LetterSize; ++row) {

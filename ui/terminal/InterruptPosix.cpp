@@ -47,6 +47,7 @@ InterruptWatch::InterruptWatch() {
 
 InterruptWatch::~InterruptWatch() {
   interrupts.store(0);
+  endAsked.store(false);
   for (const Treatment& treatment : treatments) sigaction(treatment.signal, &treatment.earlier, nullptr);
 }
 

@@ -41,6 +41,7 @@ InterruptWatch::InterruptWatch() {
 
 InterruptWatch::~InterruptWatch() {
   interrupts.store(0);
+  endAsked.store(false);
   SetConsoleCtrlHandler(NoteInterrupt, FALSE);
 }
 

@@ -1,10 +1,14 @@
+#include <algorithm>
+
 #include "bench/program/CheckSession.h"
 #include "bench/program/Commands.h"
 #include "bench/program/Output.h"
 #include "bench/program/PartTable.h"
 #include "bench/program/Report.h"
+#include "bench/program/ResultDrawing.h"
 #include "bench/program/Station.h"
 #include "bench/program/StationTerminal.h"
+#include "bench/program/StationWindowFace.h"
 #include "bench/program/System.h"
 #include "ui/terminal/Interrupt.h"
 
@@ -45,7 +49,10 @@ class StepWatch : public RunObserver {
 };
 
 std::string EarlierText(const results::ResultStore::EarlierCheck& check) {
-  std::string text = std::string(results::VerdictWord(check.verdict)) + " " + check.started;
+  // "2026-11-22T08:15:30.125Z": nobody needs the seconds.
+  std::string when = check.started.substr(0, 16);
+  std::replace(when.begin(), when.end(), 'T', ' ');
+  std::string text = std::string(results::VerdictWord(check.verdict)) + " " + when + " UTC";
   if (!check.faults.empty()) text += " (" + check.faults.front() + ")";
   return text;
 }
@@ -53,7 +60,9 @@ std::string EarlierText(const results::ResultStore::EarlierCheck& check) {
 /// The checks of a station, through the plug-in.
 class StationChecks {
  public:
-  StationChecks(CheckSession& session, ResultRecorder& recorder) : session_(session), recorder_(recorder) {
+  /// `draws`: verdicts come with a drawing of their faults.
+  StationChecks(CheckSession& session, ResultRecorder& recorder, bool draws)
+      : session_(session), recorder_(recorder), draws_(draws) {
     recorder_.Divert([this](results::Result& result) {
       last_ = result;
       return false;
@@ -107,6 +116,9 @@ class StationChecks {
   StationVerdict VerdictOf(const results::Result& result) const {
     StationVerdict verdict;
     verdict.verdict = result.verdict;
+    if (draws_ && !result.faults.empty()) {
+      verdict.drawing = ResultDrawing(result, recorder_.Facts(), recorder_.Names());
+    }
     for (const results::ResultFault& fault : result.faults) verdict.lines.push_back(fault.text);
     if (!result.error.empty()) verdict.lines.push_back(result.error);
     if (!verdict.lines.empty()) return verdict;
@@ -119,6 +131,7 @@ class StationChecks {
 
   CheckSession& session_;
   ResultRecorder& recorder_;
+  bool draws_;
   std::optional<results::Result> last_;
 };
 
@@ -133,6 +146,7 @@ class StationCommand : public Command {
     list.Show({"--plugin", "--device", "--project", "--progress"});
     list.Flag("--strict", "Refuse an expectation file that leaves pairs unchecked, instead of warning",
               strict_);
+    list.Flag("--window", "In a window instead of on the terminal, with the drawing of the faults", window_);
     list.Value("--serial-pattern", "REGEX", "What a serial number must look like, the whole of it",
                [this](const std::string& text) { pattern_ = SerialPattern(text); });
     list.Words("--type-ahead", TypeAheadWords, "What is scanned during a check: confirmed first, or checked",
@@ -144,15 +158,19 @@ class StationCommand : public Command {
     if (file_.empty() && !common.project)
       throw Failure("station needs FILE, or --project with a table of parts");
     const auto terminal = OpenTerminal();
-    const bool screen = terminal->CanAsk() && terminal->CanRedraw();
-    CommonOptions quiet = common;
-    if (!screen && quiet.progress == ProgressChoice::Auto) quiet.progress = ProgressChoice::None;
+    const bool screen = !window_ && terminal->CanAsk() && terminal->CanRedraw();
+    CommonOptions shown = common;
+    if (window_) {
+      shown.progress = ProgressChoice::Window;
+    } else if (!screen && shown.progress == ProgressChoice::Auto) {
+      shown.progress = ProgressChoice::None;
+    }
     ResultRecorder recorder(results_, ResultRecorder::Makes::Always);
-    CheckSession session(quiet, strict_, file_, recorder);
-    StationChecks checks(session, recorder);
+    CheckSession session(shown, strict_, file_, recorder);
+    StationChecks checks(session, recorder, window_);
     if (!file_.empty()) checks.Load(file_);  // what is wrong with it is better known now
     StandardOutput output;
-    auto face = FaceOf(*terminal, output, screen);
+    auto face = FaceOf(session, *terminal, output, screen);
     session.TellBy([&face](const std::string& line) { face->Say(line); });
     ShiftCounters counters;
     const ExitStatus status = RunStation(session, checks, *face, counters);
@@ -163,7 +181,9 @@ class StationCommand : public Command {
   }
 
  private:
-  static std::unique_ptr<StationFace> FaceOf(Terminal& terminal, Output& output, bool screen) {
+  std::unique_ptr<StationFace> FaceOf(CheckSession& session, Terminal& terminal, Output& output,
+                                      bool screen) const {
+    if (window_) return std::make_unique<WindowFace>(session.User().OpenStationWindow("kxbench station"));
     if (!screen) return std::make_unique<LineFace>(terminal, output);
     return std::make_unique<ScreenFace>(terminal, OpenKeyboard(), OutputShowsColours());
   }
@@ -188,6 +208,7 @@ class StationCommand : public Command {
 
   std::string file_;
   bool strict_ = false;
+  bool window_ = false;
   SerialPattern pattern_;
   TypeAhead typeAhead_ = TypeAhead::Ask;
   ResultOptions results_;

@@ -214,7 +214,7 @@ TEST(Commands, HaveDifferentNamesAndAHelpOfTheirOwn) {
     EXPECT_THAT(names, Not(testing::Contains(command->Name())));
     names.push_back(command->Name());
   }
-  EXPECT_THAT(names, ElementsAre("check", "diagnose", "run", "learn", "edit", "info"));
+  EXPECT_THAT(names, ElementsAre("check", "diagnose", "station", "run", "learn", "edit", "info", "draw"));
 }
 
 struct BadText {
