@@ -23,7 +23,8 @@ struct StationSheet {
 /// A text that was entered.
 struct StationScan {
   std::string text;
-  bool ahead = false;  ///< while Checking was set
+  bool ahead = false;    ///< during a check
+  std::string replaced;  ///< the offered text in whose place it was entered; empty: none
 };
 
 class StationWindow {

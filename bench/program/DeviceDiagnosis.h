@@ -37,7 +37,7 @@ DeviceDiagnosis DiagnosisOfGoodDevice(diagnosis::Observation observation);
 
 /// Measures the connected device through the learn module, which is loaded for it; readings near the
 /// threshold are not asked about. `measured` is called with the driver still in memory. Throws Failure.
-MeasureSummary MeasureThroughModule(const CommonOptions& common, const std::string& file,
-                                    const std::function<void()>& measured);
+MeasureSummary MeasureThroughModule(
+    const CommonOptions& common, const std::string& file, const std::function<void()>& measured = [] {});
 
 }  // namespace kxbench

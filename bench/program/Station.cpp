@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t MostShownOfSerial = 40;
 
-std::string Shown(const std::string& serial) {
+std::string ShownSerial(const std::string& serial) {
   const std::string shown = Printable(serial.substr(0, MostShownOfSerial));
   return serial.size() > MostShownOfSerial ? shown + "..." : shown;
 }
@@ -46,17 +46,18 @@ void Station::Take(const StationEntry& entry) {
   if (entry.ahead && !options_.takesAhead) {
     // Who scans the next harness while one is checked has not connected it yet.
     face_.Offer(text);
-    return face_.Say(Shown(text) +
+    return face_.Say(ShownSerial(text) +
                      " was scanned during the check: Enter once it is connected, or scan again");
   }
   if (const auto expectation = surroundings_.partOf(text)) {
     options_.expectation = *expectation;
     options_.part = text;
-    return face_.Say("part " + Shown(text) + ": " + *expectation);
+    return face_.Say("part " + ShownSerial(text) + ": " + *expectation);
   }
   const std::string refusal = options_.pattern.Refusal(text);
-  if (!refusal.empty()) return face_.Say(Shown(text) + " is no serial number: it " + refusal);
-  if (options_.expectation.empty()) return face_.Say(Shown(text) + " is no part's code of this project");
+  if (!refusal.empty()) return face_.Say(ShownSerial(text) + " is no serial number: it " + refusal);
+  if (options_.expectation.empty())
+    return face_.Say(ShownSerial(text) + " is no part's code of this project");
   Check(text);
 }
 

@@ -71,7 +71,7 @@ std::string Cut(const std::string& text, std::size_t width) {
   return text;
 }
 
-std::string Line(const std::string& text, std::size_t width) {
+std::string ScreenLine(const std::string& text, std::size_t width) {
   std::string line = Printable(text);
   std::replace(line.begin(), line.end(), '\n', ' ');
   return Cut(line, width);
@@ -101,10 +101,10 @@ std::string ScreenOf(const ScreenText& text, TerminalSize size, bool unicode, bo
   const auto width = static_cast<std::size_t>(std::max(size.columns - 1, 1));
   std::vector<std::string> lines;
   for (const std::string& line : text.lines) {
-    for (const std::string& part : Wrapped(Line(line, line.size()), width)) lines.push_back(part);
+    for (const std::string& part : Wrapped(ScreenLine(line, line.size()), width)) lines.push_back(part);
   }
-  // Head, foot, what was said, field, and a line between.
-  constexpr int Fixed = 5;
+  // Head, foot, what was said, field, and a line above and below the lines.
+  constexpr int Fixed = 6;
   const int wanted = static_cast<int>(std::min<std::size_t>(lines.size(), 6));
   const std::string large = LargeWord(text.word, static_cast<int>(width), size.rows - Fixed - wanted,
                                       unicode ? "\xE2\x96\x88" : "#");
@@ -117,11 +117,11 @@ std::string ScreenOf(const ScreenText& text, TerminalSize size, bool unicode, bo
   }
   const std::string on = colours && !text.colour.empty() ? "\x1b[" + text.colour + "m" : "";
   const std::string off = on.empty() ? "" : "\x1b[0m";
-  std::string screen = "\x1b[2J\x1b[H" + (large.empty() ? "" : on + large + off);
-  screen += on + Line(text.head, width) + off + "\n";
+  std::string screen = "\x1b[2J\x1b[H" + (large.empty() ? "" : on + large + off + "\n");
+  screen += on + ScreenLine(text.head, width) + off + "\n";
   for (const std::string& line : lines) screen += Cut(line, width) + "\n";
-  screen += "\n" + Line(text.foot, width) + "\n" + Line(text.said, width) + "\n";
-  return screen + Line(text.field, width);
+  screen += "\n" + ScreenLine(text.foot, width) + "\n" + ScreenLine(text.said, width) + "\n";
+  return screen + ScreenLine(text.field, width);
 }
 
 }  // namespace kxbench

@@ -32,7 +32,7 @@ std::optional<StationEntry> WindowFace::Next(const std::string& prompt) {
   window_.SetPrompt(prompt);
   const auto scan = window_.Next(InterruptWatch::Interrupted);
   if (!scan) return std::nullopt;
-  window_.Say("");
+  window_.Say(scan->replaced.empty() ? "" : scan->replaced + " was not checked");
   return StationEntry{scan->text, scan->ahead};
 }
 

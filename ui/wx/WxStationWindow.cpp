@@ -16,7 +16,7 @@ namespace {
 constexpr int LookAroundMs = 200;
 constexpr int GaugeRange = 1000;
 
-wxString Text(const std::string& text) { return wxString::FromUTF8(text); }
+wxString StationText(const std::string& text) { return wxString::FromUTF8(text); }
 
 }  // namespace
 
@@ -81,7 +81,9 @@ WxStationWindow::WxStationWindow(UserInterface& userInterface, const wxString& t
 
 WxStationWindow::~WxStationWindow() {
   clock_.Stop();
-  frame_->Destroy();
+  // Not later, as Destroy would: its handlers are this object's.
+  frame_->DeletePendingEvents();
+  delete frame_;
 }
 
 UserInterface& WxStationWindow::Embedded() { return *embedded_; }
@@ -151,12 +153,15 @@ void WxStationWindow::OnKey(wxKeyEvent& event) {
 }
 
 void WxStationWindow::OnEnter() {
-  const std::string text = field_->GetValue().utf8_string();
-  // What was confirmed goes before what waits.
-  if (!text.empty() && !checking_) scans_.push_front({text, false});
-  if (!text.empty() && checking_) scans_.push_back({text, true});
+  StationScan scan{field_->GetValue().utf8_string(), checking_, ""};
   field_->ChangeValue("");
-  offered_ = false;
+  if (scan.text.empty()) return;
+  if (!offered_.empty() && scan.text != offered_) scan.replaced = offered_;
+  offered_.clear();
+  // What was confirmed goes before what waits.
+  const auto waiting = std::find_if(scans_.begin(), scans_.end(),
+                                    [&scan](const StationScan& other) { return other.ahead && !scan.ahead; });
+  scans_.insert(waiting, std::move(scan));
 }
 
 void WxStationWindow::KeepKeyboard() {
@@ -166,31 +171,35 @@ void WxStationWindow::KeepKeyboard() {
 void WxStationWindow::ShowSheet(const StationSheet& sheet) { sheet_->Show(sheet); }
 
 void WxStationWindow::SetPrompt(const std::string& prompt) {
-  const wxString label = Text(prompt) + ":";
+  const wxString label = StationText(prompt) + ":";
   if (prompt_->GetLabel() == label) return;
   prompt_->SetLabel(label);
   frame_->Layout();
   prompt_->GetParent()->Layout();
 }
 
-void WxStationWindow::SetCounters(const std::string& text) { counters_->SetLabelText(Text(text)); }
+void WxStationWindow::SetCounters(const std::string& text) { counters_->SetLabelText(StationText(text)); }
 
-void WxStationWindow::Say(const std::string& line) { said_->SetLabelText(Text(line)); }
+void WxStationWindow::Say(const std::string& line) { said_->SetLabelText(StationText(line)); }
 
 void WxStationWindow::Offer(const std::string& text) {
   if (!field_->IsEmpty()) return;  // somebody is typing already; the line said names the text
-  field_->ChangeValue(Text(text));
+  field_->ChangeValue(StationText(text));
   field_->SelectAll();
-  offered_ = true;
+  offered_ = text;
 }
 
 void WxStationWindow::SetChecking(bool checking) {
-  // What was typed until now belongs to what was so far.
-  embedded_->ProcessMessages();
+  if (checking) {
+    // Nothing that was entered until now is about the device that is checked.
+    for (StationScan& scan : scans_) scan.ahead = true;
+  } else {
+    embedded_->ProcessMessages();  // what was typed until now was typed during the check
+    gauge_->SetValue(0);
+  }
   checking_ = checking;
-  cancelled_ = checking && ended_;
+  cancelled_ = false;
   cancel_->Enable(checking);
-  if (!checking) gauge_->SetValue(0);
 }
 
 std::optional<StationScan> WxStationWindow::Next(bool (*interrupted)()) {
@@ -198,8 +207,7 @@ std::optional<StationScan> WxStationWindow::Next(bool (*interrupted)()) {
   clock_.Start(LookAroundMs);
   wxEventLoopBase& loop = *wxEventLoopBase::GetActive();
   // An offered text is confirmed before the next one that waits is offered.
-  while (!ended_ && !interrupted() &&
-         (scans_.empty() || (scans_.front().ahead && offered_ && !field_->IsEmpty()))) {
+  while (!ended_ && !interrupted() && (scans_.empty() || (scans_.front().ahead && !offered_.empty()))) {
     loop.Dispatch();
     while (loop.Pending()) loop.Dispatch();
     wxTheApp->ProcessPendingEvents();

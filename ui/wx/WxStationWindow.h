@@ -57,7 +57,7 @@ class WxStationWindow : public StationWindow {
   wxTimer clock_;  ///< wakes the wait, so that an interrupt is noticed
   std::unique_ptr<EmbeddedUserInterface> embedded_;
   std::deque<StationScan> scans_;
-  bool offered_ = false;  ///< the field holds what was put there
+  std::string offered_;  ///< what was put into the field, until something is entered
   bool checking_ = false;
   bool cancelled_ = false;  ///< the check that runs
   bool ended_ = false;
