@@ -69,6 +69,19 @@ SvgTextElement TextOf(std::string_view tag, std::string_view content) {
   return element;
 }
 
+/// The drawing with another size in its first element; the same where that names none.
+std::string WithSize(const std::string& svg, const wxSize& size) {
+  std::string sized = svg;
+  for (const auto& [name, pixels] : {std::pair<const char*, int>{"width", size.x}, {"height", size.y}}) {
+    const std::string start = std::string(" ") + name + "=\"";
+    const std::size_t begin = sized.find(start);
+    const std::size_t end = sized.find('"', begin + start.size());
+    if (begin == std::string::npos || end == std::string::npos || end > sized.find('>')) return svg;
+    sized.replace(begin, end - begin, start + std::to_string(pixels));
+  }
+  return sized;
+}
+
 /// The toolkit's reader knows neither text nor title, and takes both for nothing.
 void DrawTexts(wxGraphicsContext& context, const std::string& svg, double scale) {
   for (const SvgTextElement& element : SvgTexts(svg)) {
@@ -116,7 +129,9 @@ wxBitmap SvgBitmap(const std::string& svg, const wxSize& room) {
   const double scale = std::min(static_cast<double>(room.x) / size.x, static_cast<double>(room.y) / size.y);
   const wxSize scaled(std::max(1, static_cast<int>(size.x * scale)),
                       std::max(1, static_cast<int>(size.y * scale)));
-  const wxBitmapBundle shapes = wxBitmapBundle::FromSVG(svg.c_str(), size);
+  // The toolkit does not scale reliably by itself: the drawing says another size, and its view box does the
+  // rest.
+  const wxBitmapBundle shapes = wxBitmapBundle::FromSVG(WithSize(svg, scaled).c_str(), scaled);
   if (!shapes.IsOk()) return {};
   wxBitmap bitmap(scaled);
   wxMemoryDC dc(bitmap);
