@@ -2,7 +2,7 @@
 
 # Beside the program, wherever that is: in bin/, and where it is a link to.
 set_target_properties(kxbench kxui_wx PROPERTIES INSTALL_RPATH "$ORIGIN")
-set_target_properties(ShortTest kxlearn PROPERTIES INSTALL_RPATH "$ORIGIN;$ORIGIN/../../bin;$ORIGIN/simulator")
+set_target_properties(ShortTest kxlearn kxselftest PROPERTIES INSTALL_RPATH "$ORIGIN;$ORIGIN/../../bin;$ORIGIN/simulator")
 
 file(CREATE_LINK "../${program_folder}/kxbench" "${CMAKE_CURRENT_BINARY_DIR}/kxbench" SYMBOLIC)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/kxbench" DESTINATION bin COMPONENT runtime)

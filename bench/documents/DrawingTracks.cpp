@@ -58,6 +58,7 @@ class Ordering {
   }
 
   Tracks Result(std::size_t lines) {
+    BeginGreedily();
     for (int round = 0; round < MostRounds && MoveEach(); ++round) {
     }
     return Packed(lines);
@@ -67,6 +68,23 @@ class Ordering {
   /// Of `left` with `right`, where the one is left of the other.
   std::int32_t Crossings(std::size_t left, std::size_t right) const {
     return Within(trunks_[left].right, trunks_[right]) + Within(trunks_[right].left, trunks_[left]);
+  }
+
+  /// From the left, each time the line that is cheapest there among those left over.
+  void BeginGreedily() {
+    const std::size_t n = trunks_.size();
+    std::vector<std::int64_t> sums(n);  // what a line costs to the left of all that are left over
+    for (std::size_t a = 0; a < n; ++a) {
+      sums[a] = std::accumulate(dearer_.begin() + static_cast<std::ptrdiff_t>(a * n),
+                                dearer_.begin() + static_cast<std::ptrdiff_t>((a + 1) * n), std::int64_t{0});
+    }
+    for (std::size_t place = 0; place < n; ++place) {
+      const auto rest = order_.begin() + static_cast<std::ptrdiff_t>(place);
+      const auto next = std::min_element(rest, order_.end(),
+                                         [&](std::size_t a, std::size_t b) { return sums[a] < sums[b]; });
+      std::rotate(rest, next, next + 1);
+      for (std::size_t i = place + 1; i < n; ++i) sums[order_[i]] -= dearer_[order_[i] * n + order_[place]];
+    }
   }
 
   bool Near(std::size_t a, std::size_t b) const {

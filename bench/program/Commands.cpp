@@ -10,6 +10,7 @@ CommandList AllCommands() {
   commands.push_back(MakeRunCommand());
   commands.push_back(MakeLearnCommand());
   commands.push_back(MakeEditCommand());
+  commands.push_back(MakeSelfTestCommand());
   commands.push_back(MakeInfoCommand());
   commands.push_back(MakeDrawCommand());
   return commands;

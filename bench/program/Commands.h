@@ -12,6 +12,7 @@ std::unique_ptr<Command> MakeDrawCommand();
 std::unique_ptr<Command> MakeRunCommand();
 std::unique_ptr<Command> MakeLearnCommand();
 std::unique_ptr<Command> MakeEditCommand();
+std::unique_ptr<Command> MakeSelfTestCommand();
 std::unique_ptr<Command> MakeInfoCommand();
 
 /// All of them, in the order of the program's help.

@@ -1,5 +1,6 @@
 #include "plugin/data/ExpectationText.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -52,8 +53,10 @@ void SkipToData(TextReader& reader) {
 // Neither characters nor line lengths are checked, so a short line's break is read as cells: every file, also
 // a damaged one, means what it has always meant.
 void ReadCells(TextReader& reader, TConnections& connections) {
-  for (auto& row : connections) {
-    for (TConnectionCell& cell : row) cell = {StateOf(reader.ReadCharacter()), NoResistance};
+  for (std::size_t row = 0; row < connections.size(); ++row) {
+    for (std::size_t column = 0; column < connections.size(); ++column) {
+      connections.Set(row, column, {StateOf(reader.ReadCharacter()), NoResistance});
+    }
     reader.ReadLine();
   }
 }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -25,7 +26,7 @@ TConnections UnknownMatrix(std::int64_t count) {
   TConnections matrix(Index(count), std::vector<TConnectionCell>(Index(count)));
   for (std::size_t row = 0; row < matrix.size(); ++row) {
     for (std::size_t column = row; column < matrix.size(); ++column) {
-      matrix[row][column].state = CellState::NotApplicable;
+      matrix.Set(row, column, {CellState::NotApplicable, NoResistance});
     }
   }
   return matrix;
@@ -35,9 +36,9 @@ TConnections UnknownMatrix(std::int64_t count) {
 struct PutCall {
   std::int32_t i;
   std::int32_t j;
+  std::int32_t k;  // the next channel to look at
   CellState state;
   double resistance;
-  std::int32_t k = 0;  // the next channel to look at
 };
 
 // The call that `call` makes next; calls that would change nothing are passed over. No value when all k are
@@ -46,22 +47,22 @@ struct PutCall {
 // For every k there are four rules, in this order: a connection lets i take over what is known of (j, k), and
 // j of (i, k); whatever was found goes to (j, k) if i and k are connected, and to (i, k) if j and k are. Each
 // enters one of the two pairs, while it is unknown, because of the other, which is then known. So only a k
-// with exactly one known pair matters, at most one rule applies to it, and afterwards both are known. The
-// order of k and of the rules decides which resistance a pair carries.
-std::optional<PutCall> NextCall(const TShortTestData& data, PutCall& call) {
-  while (call.k <= data.Highconnections()) {
-    const std::int32_t k = call.k++;
-    const bool knowsI = data.Get(call.i, k) != CellState::Unknown;
-    const bool knowsJ = data.Get(call.j, k) != CellState::Unknown;
-    if (knowsI == knowsJ) continue;
+// with exactly one known pair matters, which without a connection must be a connected one, at most one rule
+// applies to it, and afterwards both are known. The order of k and of the rules decides which resistance a
+// pair carries.
+std::optional<PutCall> NextCall(TShortTestData& data, PutCall& call) {
+  const bool connects = call.state == CellState::Connected;
+  const auto found = data.connections.NotesOn(Index(call.i), Index(call.j))
+                         .NextKnownToOne(Index(call.i), Index(call.j), !connects, Index(call.k));
+  if (!found) return std::nullopt;
 
-    const std::int32_t from = knowsI ? call.i : call.j;
-    const std::int32_t to = knowsI ? call.j : call.i;
-    const CellState known = data.Get(from, k);
-    if (call.state == CellState::Connected) return PutCall{to, k, known, data.GetR(from, k)};
-    if (known == CellState::Connected) return PutCall{to, k, call.state, call.resistance};
-  }
-  return std::nullopt;
+  const auto k = static_cast<std::int32_t>(*found);
+  call.k = k + 1;
+  const bool knowsI = data.Get(call.i, k) != CellState::Unknown;
+  const std::int32_t from = knowsI ? call.i : call.j;
+  const std::int32_t to = knowsI ? call.j : call.i;
+  if (connects) return PutCall{to, k, 0, data.Get(from, k), data.GetR(from, k)};
+  return PutCall{to, k, 0, call.state, call.resistance};
 }
 
 }  // namespace
@@ -77,23 +78,27 @@ std::int32_t TShortTestData::AnzahlKarten() const {
 }
 
 void TShortTestData::SetC(std::int32_t i, std::int32_t j, CellState state, double resistance) {
-  connections[Index(std::max(i, j))][Index(std::min(i, j))] = {state, resistance};
+  connections.Set(Index(std::max(i, j)), Index(std::min(i, j)), {state, resistance});
 }
 
 void TShortTestData::Put(std::int32_t i, std::int32_t j, CellState state, double resistance) {
   if (state == CellState::Unknown || Get(i, j) != CellState::Unknown) return;
 
+  connections.BeginPropagation();
+  PutCall call{i, j, 0, state, resistance};
+  SetC(i, j, state, resistance);
   // A stack of our own instead of recursion: two nets of 120 channels that turn out shorted nest the calls
   // 14,400 deep, more than the call stack of a host's main thread holds.
-  std::vector<PutCall> calls;
-  SetC(i, j, state, resistance);
-  calls.push_back({i, j, state, resistance});
-  while (!calls.empty()) {
-    if (const auto next = NextCall(*this, calls.back())) {
-      SetC(next->i, next->j, next->state, next->resistance);
-      calls.push_back(*next);
+  std::vector<PutCall> callers;
+  for (;;) {
+    if (const auto next = NextCall(*this, call)) {
+      callers.push_back(call);
+      call = *next;
+      SetC(call.i, call.j, call.state, call.resistance);
     } else {
-      calls.pop_back();
+      if (callers.empty()) return;
+      call = callers.back();
+      callers.pop_back();
     }
   }
 }
@@ -122,7 +127,8 @@ void TShortTestData::SetVonBis(std::int32_t newVon, std::int32_t newBis) {
   for (std::int64_t row = 0; row < newCount; ++row) {
     for (std::int64_t column = 0; column < newCount; ++column) {
       if (wasInRange(row) && wasInRange(column)) {
-        matrix[Index(row)][Index(column)] = connections[Index(row + shift)][Index(column + shift)];
+        matrix.Set(Index(row), Index(column),
+                   std::as_const(connections)[Index(row + shift)][Index(column + shift)]);
       }
     }
   }

@@ -117,13 +117,7 @@ void PrepareCards(const TShortTestData& data, bool resetFirst) {
                             " (ENDE) ist zu groß. Der Bus der Relaiskarten hat " +
                             std::to_string(MaxCards * ChannelsPerCard) + " Kanäle.");
   }
-  for (std::int32_t card = 0; card < data.AnzahlKarten(); ++card) {
-    if (resetFirst) WriteBus(LineAddress(card, 0), LineReset);
-    for (const std::int32_t value : AuxiliaryLine0) WriteBus(LineAddress(card, 0), value);
-    if (resetFirst) WriteBus(LineAddress(card, 1), LineReset);
-    for (const std::int32_t value : AuxiliaryLine1) WriteBus(LineAddress(card, 1), value);
-    CheckHWError();
-  }
+  for (std::int32_t card = 0; card < data.AnzahlKarten(); ++card) shorttest::PrepareCard(card, resetFirst);
 }
 
 void ReleaseAllLines(const TShortTestData& data) noexcept {
@@ -135,6 +129,14 @@ void ReleaseAllLines(const TShortTestData& data) noexcept {
 }
 
 namespace shorttest {
+
+void PrepareCard(std::int32_t card, bool resetFirst) {
+  if (resetFirst) WriteBus(LineAddress(card, 0), LineReset);
+  for (const std::int32_t value : AuxiliaryLine0) WriteBus(LineAddress(card, 0), value);
+  if (resetFirst) WriteBus(LineAddress(card, 1), LineReset);
+  for (const std::int32_t value : AuxiliaryLine1) WriteBus(LineAddress(card, 1), value);
+  CheckHWError();
+}
 
 void RequireTesterFree() {
   if (testerInUse) throw std::logic_error("Es läuft bereits ein Kurzschlusstest oder ein Lernvorgang.");

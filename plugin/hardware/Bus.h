@@ -55,6 +55,9 @@ void ReleaseAllLines(const TShortTestData& data) noexcept;
 
 namespace shorttest {
 
+/// Closes the auxiliary relays of the measurement set-up on one card (from 0), like PrepareCards on each.
+void PrepareCard(std::int32_t card, bool resetFirst);
+
 /// Throws std::logic_error while a TesterInUse lives.
 void RequireTesterFree();
 

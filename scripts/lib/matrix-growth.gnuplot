@@ -10,4 +10,4 @@ set grid
 set key top left
 data = folder . "/matrix-growth.dat"
 plot for [column = 2:5] data using 1:column with linespoints title columnheader(column), \
-  (x / 48.0) ** 3 with lines dashtype 2 linecolor "gray" title "cube of the channels"
+  (x / 48.0) ** 2 with lines dashtype 2 linecolor "gray" title "square of the channels"

@@ -5,12 +5,15 @@
 #include <array>
 #include <memory>
 #include <new>
+#include <optional>
+#include <string>
 
 #include "contracts/BrenmorHWDevice.h"
 #include "framework/kxcomponents.h"
 #include "plugin/check/CheckForm.h"
 #include "plugin/check/ShorttestCheck.h"
 #include "plugin/learn/ShorttestLearn.h"
+#include "tests/plugin/data/PlainMatrix.h"
 #include "tests/support/Allocations.h"
 #include "tests/support/FakeClock.h"
 
@@ -140,6 +143,43 @@ class OutOfMemory : public ::testing::TestWithParam<Shortage> {
 
 TEST_P(OutOfMemory, WithinPutLeavesThatToTheCaller) {
   EXPECT_GT(FailEach(GetParam(), [] { Range().Put(1, 0, CellState::Connected, 0.5); }), 0);
+}
+
+// Two nets that turn out shorted: one finding, many that follow, and a stack that grows several times.
+TEST_P(OutOfMemory, WithinPutLeavesAMatrixThatGoesOnAsThePlainRecursion) {
+  constexpr int Half = 12;
+  for (int n = 1;; ++n) {
+    SCOPED_TRACE("allocation " + std::to_string(n));
+    TShortTestData data(1, 2 * Half);
+    for (int i = 1; i < Half; ++i) {
+      data.Put(i, i - 1, CellState::Connected, i);
+      data.Put(Half + i, Half + i - 1, CellState::Connected, 100.0 + i);
+    }
+    data = TShortTestData(data);  // so that the notes on its pairs are made within the next Put too
+    bool reported = false;
+    {
+      const FailingAllocation failing(n, GetParam());
+      try {
+        data.Put(3, Half + 5, CellState::Connected, 0.5);
+      } catch (const std::bad_alloc&) {
+        reported = true;
+      }
+    }
+    EXPECT_EQ(reported, FailingAllocation::Happened()) << "the caller learns of it";
+    data_test::PlainMatrix plain(data);
+    for (int i = 0; i < 2 * Half; ++i) {
+      for (int j = 0; j < i; ++j) {
+        const CellState state = (i + j) % 3 == 0 ? CellState::NotConnected : CellState::Connected;
+        data.Put(i, j, state, 1000.0 + i);
+        plain.Put(i, j, state, 1000.0 + i);
+        ASSERT_EQ(data_test::Difference(data, plain), std::nullopt) << "after the finding " << i << ", " << j;
+      }
+    }
+    if (!reported) {
+      EXPECT_GT(n, 5) << "the notes and the stack";
+      return;
+    }
+  }
 }
 
 TEST_P(OutOfMemory, WithinACheckOpensEveryRelayAndReachesTheHost) {

@@ -2,6 +2,7 @@
 #include "plugin/hardware/Bus.h"
 #include "simulator/SimulatedTester.h"
 #include "tests/support/MatrixText.h"
+#include "tests/support/Sweep.h"
 #include "tests/system/SweepHarness.h"
 #include "tests/system/SystemBench.h"
 
@@ -39,7 +40,7 @@ class FaultSweep : public SystemBench {
     const auto calls = static_cast<int>(brenmor_sim_call_count());
     ASSERT_GT(calls, 300);
 
-    for (int k = 1; k <= calls && !HasFailure(); ++k) {
+    for (int k = 1; k <= calls && !HasFailure(); k += SweepStep) {
       SCOPED_TRACE("failing call " + std::to_string(k) + " of " + std::to_string(calls));
       Connect(device);
       const std::string text = "call " + std::to_string(k) + " failed";
@@ -87,7 +88,7 @@ TEST_F(FaultSweep, AnyCallOfLearning) {
   const auto calls = static_cast<int>(brenmor_sim_call_count());
   ASSERT_GT(calls, 500);
 
-  for (int k = 1; k <= calls && !HasFailure(); ++k) {
+  for (int k = 1; k <= calls && !HasFailure(); k += SweepStep) {
     SCOPED_TRACE("failing call " + std::to_string(k) + " of " + std::to_string(calls));
     Connect(goodHarness);
     const std::string text = "call " + std::to_string(k) + " failed";

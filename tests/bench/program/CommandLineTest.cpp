@@ -214,7 +214,18 @@ TEST(Commands, HaveDifferentNamesAndAHelpOfTheirOwn) {
     EXPECT_THAT(names, Not(testing::Contains(command->Name())));
     names.push_back(command->Name());
   }
-  EXPECT_THAT(names, ElementsAre("check", "diagnose", "station", "run", "learn", "edit", "info", "draw"));
+  EXPECT_THAT(names, ElementsAre("check", "diagnose", "station", "run", "learn", "edit", "selftest", "info", "draw"));
+}
+
+TEST(Commands, AnOptionMayDoWithoutItsValue) {
+  const auto chosen = [&](std::vector<std::string> words) {
+    return std::holds_alternative<Chosen>(ParseCommandLine(std::move(words), AllCommands()));
+  };
+  EXPECT_TRUE(chosen({"draw", "x.dat", "--faults", "-o", "p.svg"}));
+  EXPECT_TRUE(chosen({"draw", "x.dat", "-o", "p.svg", "--faults"}));
+  EXPECT_TRUE(chosen({"draw", "x.dat", "-o", "p.svg", "--faults", "r.json"}));
+  EXPECT_THROW(chosen({"draw", "x.dat", "--faults", "r.json", "-o"}), Failure);
+  EXPECT_THROW(chosen({"draw", "--faults", "x.dat", "-o", "p.svg"}), Failure);
 }
 
 struct BadText {

@@ -109,6 +109,34 @@ INSTANTIATE_TEST_SUITE_P(
                      testing::ValuesIn(Ways)),
     [](const auto& row) { return std::string(std::get<0>(row.param).name) + std::get<1>(row.param).name; });
 
+class SelfTestEnds : public WitnessBench, public testing::WithParamInterface<Way> {};
+
+// On the witness driver no path ever closes, so an undisturbed self-test has findings.
+TEST_P(SelfTestEnds, LeavesNoRelayClosed) {
+  const std::vector<std::string> selfTest = {"selftest", "--channels", "40-60"};
+  EXPECT_EQ(Kxbench(selfTest).Run().status, 1);
+  const WitnessLog whole = Log();
+  EXPECT_TRUE(whole.closed.empty());
+  EXPECT_GT(whole.mostClosed, 20U);
+  ForgetLog();
+  std::mt19937 random(Number("KXBENCH_SEED", 1));
+  for (unsigned i = 0; i < Number("KXBENCH_MOMENTS", UsualMoments / 2); ++i) {
+    std::string words = GetParam().words;
+    words.replace(words.find('%'), 1,
+                  std::to_string(std::uniform_int_distribution<long>(1, whole.calls)(random)));
+    environment_["WITNESS_END"] = words;
+    SCOPED_TRACE(words);
+    Kxbench(selfTest).Run();
+    EXPECT_TRUE(Log().closed.empty());
+    ForgetLog();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(, SelfTestEnds,
+                         testing::Values(Way{"Kill", "kill %", false}, Way{"Abort", "abort %", false},
+                                         Way{"Throw", "throw %", true}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
 class Guard : public WitnessBench {};
 
 TEST_F(Guard, SaysHowItEndedInOneLine) {

@@ -2,6 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "plugin/data/ShorttestData.h"
@@ -18,17 +21,26 @@ class PlainMatrix {
         rows_(static_cast<std::size_t>(count_)) {
     for (std::int32_t row = 0; row < count_; ++row) {
       rows_[static_cast<std::size_t>(row)] = cells_.data() + std::ptrdiff_t{row} * count_;
+    }
+    Read(data);
+  }
+
+  /// Takes over every pair. REQUIRES: as many channels.
+  void Read(const TShortTestData& data) {
+    for (std::int32_t row = 0; row < count_; ++row) {
       for (std::int32_t column = 0; column < count_; ++column)
         Pair(row, column) = {data.Get(row, column), data.GetR(row, column)};
     }
   }
+
+  void Set(std::int32_t i, std::int32_t j, const TConnectionCell& cell) { Pair(i, j) = Pair(j, i) = cell; }
 
   const TConnectionCell& At(std::int32_t i, std::int32_t j) const { return rows_.data()[i][j]; }
 
   /// REQUIRES: a call stack that holds as many nested calls as there are unknown pairs.
   void Put(std::int32_t i, std::int32_t j, CellState state, double resistance) {
     if (state == CellState::Unknown || Pair(i, j).state != CellState::Unknown) return;
-    Pair(i, j) = Pair(j, i) = {state, resistance};
+    Set(i, j, {state, resistance});
     for (std::int32_t k = 0; k < count_; ++k) {
       if (state == CellState::Connected) Put(i, k, Pair(j, k).state, Pair(j, k).resistance);
       if (state == CellState::Connected) Put(j, k, Pair(i, k).state, Pair(i, k).resistance);
@@ -44,5 +56,25 @@ class PlainMatrix {
   std::vector<TConnectionCell> cells_;
   std::vector<TConnectionCell*> rows_;
 };
+
+/// The first pair in which the two differ, in words. Resistances are compared bit for bit, so that a NaN
+/// equals itself.
+inline std::optional<std::string> Difference(const TShortTestData& data, const PlainMatrix& plain) {
+  const auto describe = [](const TConnectionCell& cell) {
+    return std::to_string(static_cast<int>(cell.state)) + " with " + std::to_string(cell.resistance) + " Ohm";
+  };
+  for (std::int32_t row = 0; row <= data.Highconnections(); ++row) {
+    for (std::int32_t column = 0; column <= row; ++column) {
+      const TConnectionCell actual{data.Get(row, column), data.GetR(row, column)};
+      const TConnectionCell& expected = plain.At(row, column);
+      if (actual.state != expected.state ||
+          std::memcmp(&actual.resistance, &expected.resistance, sizeof actual.resistance) != 0) {
+        return "pair " + std::to_string(row) + ", " + std::to_string(column) + ": " + describe(actual) +
+               " instead of " + describe(expected);
+      }
+    }
+  }
+  return std::nullopt;
+}
 
 }  // namespace data_test

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstring>
 #include <optional>
 #include <random>
 #include <string>
@@ -28,28 +27,6 @@ struct Finding {
   CellState state;
   double ohm;
 };
-
-// Bit for bit, so that a NaN equals itself.
-bool SameResistance(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
-
-std::string Describe(const TConnectionCell& cell) {
-  return std::to_string(static_cast<int>(cell.state)) + " with " + std::to_string(cell.resistance) + " Ohm";
-}
-
-// The first pair in which the two differ.
-std::optional<std::string> Difference(const TShortTestData& data, const PlainMatrix& plain) {
-  for (std::int32_t row = 0; row <= data.Highconnections(); ++row) {
-    for (std::int32_t column = 0; column <= row; ++column) {
-      const TConnectionCell actual{data.Get(row, column), data.GetR(row, column)};
-      const TConnectionCell& expected = plain.At(row, column);
-      if (actual.state != expected.state || !SameResistance(actual.resistance, expected.resistance)) {
-        return "pair " + std::to_string(row) + ", " + std::to_string(column) + ": " + Describe(actual) +
-               " instead of " + Describe(expected);
-      }
-    }
-  }
-  return std::nullopt;
-}
 
 enum class Damage { None, Pairs, PairsAndDiagonal };
 

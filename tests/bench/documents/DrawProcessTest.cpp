@@ -1,0 +1,161 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "tests/bench/program/Process.h"
+#include "tests/bench/program/TemporaryFolder.h"
+
+/// `kxbench draw` as a process, on the simulated tester.
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+fs::path DrawnExamples() { return fs::absolute(PROJECT_FOLDER) / "examples"; }
+fs::path ImagesFolder() { return fs::absolute(PROJECT_FOLDER) / "docs" / "images"; }
+
+std::string BytesOf(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+class DrawProcess : public testing::Test {
+ protected:
+  ProcessResult Run(const std::string& example, const std::vector<std::string>& options,
+                    const std::string& command = "draw") {
+    const fs::path harness = DrawnExamples() / example / example;
+    Process process;
+    process.program = KXBENCH_PROGRAM;
+    process.arguments = {"--project", harness.string(), command, harness.string() + ".dat"};
+    process.arguments.insert(process.arguments.end(), options.begin(), options.end());
+    process.folder = folder_.Path().string();
+    process.environment["BRENMOR_TRACE"] = (folder_.Path() / "trace").string();
+    process.environment["LC_ALL"] = "C";
+    return process.Run();
+  }
+
+  static std::string Device(const std::string& example, const std::string& device) {
+    return (DrawnExamples() / example / (device + ".device")).string();
+  }
+
+  fs::path In(const std::string& name) const { return folder_.Path() / name; }
+
+  TemporaryFolder folder_;
+};
+
+/// drawing-EXAMPLE.svg is what its expectation looks like; drawing-EXAMPLE.DEVICE.svg has the device's
+/// faults.
+TEST_F(DrawProcess, ThePicturesOfTheGuideAreWhatIsDrawn) {
+  int pictures = 0;
+  int withFaults = 0;
+  for (const auto& entry : fs::directory_iterator(ImagesFolder())) {
+    const std::string stem = entry.path().stem().string();
+    if (entry.path().extension() != ".svg" || !stem.starts_with("drawing-")) continue;
+    const std::string name = stem.substr(std::string("drawing-").size());
+    const std::size_t dot = name.find('.');
+    const std::string example = name.substr(0, dot);
+    std::vector<std::string> options = {"-o", "p.svg"};
+    if (dot != std::string::npos) {
+      ++withFaults;
+      options.insert(options.end(), {"--device", Device(example, name.substr(dot + 1)), "--faults"});
+    }
+    ++pictures;
+    EXPECT_EQ(Run(example, options).status, dot == std::string::npos ? 0 : 1) << name;
+    EXPECT_EQ(BytesOf(In("p.svg")), BytesOf(entry.path())) << name << ": scripts/screenshots draws it anew";
+  }
+  EXPECT_GE(pictures, 5);
+  EXPECT_GE(withFaults, 2);
+}
+
+TEST_F(DrawProcess, WritesAnSvgAndSaysSo) {
+  const ProcessResult result = Run("trailer-adapter", {"-o", "p.SVG"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.output, StartsWith("p.SVG: "));
+  EXPECT_THAT(BytesOf(In("p.SVG")), StartsWith("<svg "));
+  EXPECT_FALSE(fs::exists(In("trace")));  // nothing was measured, nor a driver loaded
+}
+
+TEST_F(DrawProcess, WritesAPageWhereTheNameSaysSo) {
+  for (const char* name : {"p.html", "p.htm"}) {
+    EXPECT_EQ(Run("trailer-adapter", {"-o", name}).status, 0);
+    EXPECT_THAT(BytesOf(In(name)), StartsWith("<!DOCTYPE html>"));
+  }
+}
+
+TEST_F(DrawProcess, AHyphenIsStandardOutput) {
+  const ProcessResult result = Run("trailer-adapter", {"-o", "-"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.output, StartsWith("<svg "));
+  EXPECT_THAT(result.output, EndsWith("</svg>\n"));
+}
+
+TEST_F(DrawProcess, MeasuresTheDeviceAndOpensEveryRelay) {
+  const ProcessResult result =
+      Run("trailer-adapter", {"-o", "p.svg", "--device", Device("trailer-adapter", "open-wire"), "--faults"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.output, HasSubstr("1 fault marked"));
+  EXPECT_THAT(BytesOf(In("p.svg")), HasSubstr("open: the wire from 4 (A4-R) to 17 (B4-R)"));
+  EXPECT_THAT(BytesOf(In("trace")), HasSubstr("0 channel relays closed, 0 auxiliary relays closed"));
+}
+
+TEST_F(DrawProcess, AGoodDeviceHasNoFaults) {
+  const ProcessResult result =
+      Run("trailer-adapter", {"-o", "p.svg", "--device", Device("trailer-adapter", "good"), "--faults"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.output, HasSubstr("0 faults marked"));
+}
+
+TEST_F(DrawProcess, ADiagnosisThatWasKeptGivesTheSameDrawing) {
+  const std::string device = Device("null-modem-cable", "swapped-pair");
+  const ProcessResult diagnosis =
+      Run("null-modem-cable", {"--device", device, "--format", "json"}, "diagnose");
+  ASSERT_EQ(diagnosis.status, 1);
+  folder_.Write("result.json", diagnosis.output);
+  EXPECT_EQ(Run("null-modem-cable", {"-o", "kept.svg", "--faults", "result.json"}).status, 1);
+  EXPECT_EQ(Run("null-modem-cable", {"-o", "measured.svg", "--device", device, "--faults"}).status, 1);
+  EXPECT_EQ(BytesOf(In("kept.svg")), BytesOf(In("measured.svg")));
+}
+
+struct RefusedDrawing {
+  const char* name;
+  std::vector<std::string> options;
+  const char* message;
+};
+
+class DrawProcessRefused : public DrawProcess, public testing::WithParamInterface<RefusedDrawing> {};
+
+TEST_P(DrawProcessRefused, WithOneLineAndNoFile) {
+  folder_.Write("good.svg", "old");
+  folder_.Write("bad.json", "[1]");
+  const ProcessResult result = Run("trailer-adapter", GetParam().options);
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.output, "");
+  EXPECT_THAT(result.errors, HasSubstr(GetParam().message));
+  EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1) << result.errors;
+  EXPECT_EQ(BytesOf(In("good.svg")), "old");
+  EXPECT_FALSE(fs::exists(In("p.png")));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Commands, DrawProcessRefused,
+    testing::Values(
+        RefusedDrawing{"NoPicture", {}, "draw needs -o PICTURE.svg"},
+        RefusedDrawing{
+            "UnknownEnding", {"-o", "p.png"}, "-o p.png: expected a name that ends in .svg or .html"},
+        RefusedDrawing{"NoFolder", {"-o", "none/p.svg"}, "none"},
+        RefusedDrawing{"NoDiagnosis",
+                       {"-o", "good.svg", "--faults", "bad.json"},
+                       "--faults bad.json: it is no diagnosis"},
+        RefusedDrawing{"MissingDiagnosis", {"-o", "good.svg", "--faults", "none.json"}, "--faults: "},
+        RefusedDrawing{"NoDevice", {"-o", "good.svg", "--device", "none.device", "--faults"}, "none.device"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+}  // namespace
