@@ -11,7 +11,7 @@ namespace {
 
 using Step = FileError::Step;
 
-constexpr std::size_t BlockBytes = 4096;
+constexpr std::size_t TailBytes = 4096;
 
 /// The file, locked; the lock goes with it.
 class LockedLineFile {
@@ -31,7 +31,7 @@ class LockedLineFile {
   std::string Unfinished(std::string_view start) {
     std::string tail;
     while (tail.size() < size_ && tail.find('\n') == std::string::npos) {
-      const auto count = static_cast<std::size_t>(std::min<std::uintmax_t>(BlockBytes, size_ - tail.size()));
+      const auto count = static_cast<std::size_t>(std::min<std::uintmax_t>(TailBytes, size_ - tail.size()));
       std::string block(count, '\0');
       file_.ReadAt(size_ - tail.size() - count, block.data(), count, error_);
       Require(Step::Read, error_);

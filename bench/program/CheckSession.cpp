@@ -24,14 +24,17 @@ CheckSession::CheckSession(const CommonOptions& common, bool strict, const std::
     : common_(common),
       recorder_(recorder),
       host_(common, file),
+      tell_([this](const std::string& line) { User().Tell(line); }),
       receiver_([this](const std::string& line) {
         if (running_ != nullptr) running_->Receive(line);
       }),
-      gate_(strict, [this](const std::string& line) { User().Tell(line); }) {
+      gate_(strict, [this](const std::string& line) { tell_(line); }) {
   EnterGuard();
   interaction_.emplace(SurfaceOf(common.progress), std::nullopt);
-  recorder_.Open(host_.CurrentProject(), [this](const std::string& line) { User().Tell(line); });
+  recorder_.Open(host_.CurrentProject(), [this](const std::string& line) { tell_(line); });
 }
+
+void CheckSession::TellBy(std::function<void(const std::string&)> tell) { tell_ = std::move(tell); }
 
 Script CheckSession::Load(const ScriptSource& source) {
   if (!extension_) {
@@ -57,7 +60,7 @@ RunHost CheckSession::HostOfRun() {
   RunHost host;
   host.cancelled = [this] { return host_.TestState().Cancelled() || InterruptWatch::Interrupted(); };
   host.rethrowKept = [this] { receiver_.RethrowKept(); };
-  host.tell = [this](const std::string& line) { User().Tell(line); };
+  host.tell = [this](const std::string& line) { tell_(line); };
   host.admit = [this](const ScriptStep& step) {
     recorder_.Begin(ExpectationOf(step));
     gate_.AdmitStep(step);

@@ -29,6 +29,9 @@ class CheckSession {
   /// about an expectation file refuses it. Everything outlives the session. Throws Failure.
   CheckSession(const CommonOptions& common, bool strict, const std::string& file, ResultRecorder& recorder);
 
+  /// Who shows the user a line, instead of standard error.
+  void TellBy(std::function<void(const std::string&)> tell);
+
   /// Makes a script, loads the plug-in for the first one, and looks at the script's expectation files, whose
   /// doubts are told. Throws Failure.
   Script Load(const ScriptSource& source);
@@ -49,6 +52,7 @@ class CheckSession {
   ResultRecorder& recorder_;
   HostSetup host_;
   std::optional<Interaction> interaction_;
+  std::function<void(const std::string&)> tell_;
   ScriptRun* running_ = nullptr;
   RecordReceiver receiver_;
   ExpectationGate gate_;

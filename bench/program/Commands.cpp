@@ -16,6 +16,7 @@ CommandList AllCommands() {
   commands.push_back(MakeDrawCommand());
   commands.push_back(MakeProveCommand());
   commands.push_back(MakeSelfTestCommand());
+  commands.push_back(MakeStationCommand());
   commands.push_back(MakeResultsCommand());
   return commands;
 }

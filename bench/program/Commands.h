@@ -9,6 +9,7 @@ std::unique_ptr<Command> MakeCheckCommand();
 std::unique_ptr<Command> MakeDiagnoseCommand();
 std::unique_ptr<Command> MakeResultsCommand();
 std::unique_ptr<Command> MakeProveCommand();
+std::unique_ptr<Command> MakeStationCommand();
 std::unique_ptr<Command> MakeDrawCommand();
 std::unique_ptr<Command> MakeRunCommand();
 std::unique_ptr<Command> MakeLearnCommand();

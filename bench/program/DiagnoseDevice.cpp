@@ -183,7 +183,7 @@ ExitStatus DiagnoseConnectedDevice(const CommonOptions& common, const std::strin
                                    const std::function<void(const DeviceDiagnosis&)>& known) {
   DiagnosisRun run(common, file, format, Source::Device, true);
   if (checked == ExitStatus::NoFindings) return run.Print(DiagnosisOfGoodDevice(run.Expected()));
-  const MeasureSummary summary = MeasureThroughModule(common, file, [] {});
+  const MeasureSummary summary = MeasureThroughModule(common, file);
   if (summary.end == MeasureEnd::Cancelled) return Cancelled(run, file);
   DeviceDiagnosis diagnosis = DiagnosisOf(summary, run.Expected());
   diagnosis.checkFailed = true;

@@ -33,7 +33,18 @@ WindowUserInterface::WindowUserInterface()
   closeOnInterrupt(userInterface_, InterruptWatch::Interrupted);
 }
 
-WindowUserInterface::~WindowUserInterface() { destroy_(userInterface_); }
+WindowUserInterface::~WindowUserInterface() {
+  if (station_ != nullptr) destroyStation_(station_);
+  destroy_(userInterface_);
+}
+
+StationWindow& WindowUserInterface::OpenStationWindow(const std::string& title) {
+  const auto create = Exported<KxCreateStationWindow>(library_, KxCreateStationWindowName);
+  destroyStation_ = Exported<KxDestroyStationWindow>(library_, KxDestroyStationWindowName);
+  station_ = create(userInterface_, title.c_str());
+  if (station_ == nullptr) throw Failure("the station's window cannot be shown");
+  return *station_;
+}
 
 Surface SurfaceOf(ProgressChoice choice) {
   switch (choice) {
@@ -58,10 +69,20 @@ Interaction::Interaction(Surface surface, std::optional<int> answer) : terminal_
     terminalUserInterface_ = std::make_unique<TerminalUserInterface>(*terminal_, style);
     inner = terminalUserInterface_.get();
   }
+  Supervise(*inner, answer);
+}
+
+void Interaction::Supervise(UserInterface& inner, std::optional<int> answer) {
   supervised_ = std::make_unique<SupervisedUserInterface>(
-      *inner, Supervision{InterruptWatch::Interrupted, answer,
-                          [this](const std::string& text) { Tell("warning: " + text); }});
+      inner, Supervision{InterruptWatch::Interrupted, answer,
+                         [this](const std::string& text) { Tell("warning: " + text); }});
   SetApplication(supervised_.get());
+}
+
+StationWindow& Interaction::OpenStationWindow(const std::string& title) {
+  StationWindow& window = windows_->OpenStationWindow(title);
+  Supervise(window.Embedded(), std::nullopt);
+  return window;
 }
 
 Interaction::~Interaction() { SetApplication(nullptr); }

@@ -6,6 +6,7 @@
 
 #include "bench/program/CommonOptions.h"
 #include "bench/program/DynamicLibrary.h"
+#include "contracts/StationWindow.h"
 #include "contracts/UserInterfaceModule.h"
 #include "ui/terminal/SupervisedUserInterface.h"
 #include "ui/terminal/TerminalUserInterface.h"
@@ -23,10 +24,15 @@ class WindowUserInterface {
 
   UserInterface& Get() { return *userInterface_; }
 
+  /// Shows a station's window, which lasts as long as the object. Throws Failure.
+  StationWindow& OpenStationWindow(const std::string& title);
+
  private:
   DynamicLibrary library_;
   KxDestroyUserInterface destroy_ = nullptr;
   UserInterface* userInterface_ = nullptr;
+  StationWindow* station_ = nullptr;
+  KxDestroyStationWindow destroyStation_ = nullptr;
 };
 
 enum class Surface { Terminal, Silent, Windows };
@@ -55,7 +61,13 @@ class Interaction {
 
   UserInterface& Get() { return *supervised_; }
 
+  /// Shows a station's window, in which extensions show their progress from now on. REQUIRES:
+  /// Surface::Windows. Throws Failure.
+  StationWindow& OpenStationWindow(const std::string& title);
+
  private:
+  void Supervise(UserInterface& inner, std::optional<int> answer);
+
   std::unique_ptr<Terminal> terminal_;
   std::unique_ptr<TerminalUserInterface> terminalUserInterface_;
   std::unique_ptr<WindowUserInterface> windows_;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "bench/program/CheckResult.h"
+#include "bench/program/ResultDrawing.h"
 #include "bench/program/SaveProbe.h"
 #include "bench/program/System.h"
 #include "text/FileAccess.h"
@@ -63,7 +64,7 @@ void ResultRecorder::Open(const Project& project, std::function<void(const std::
 }
 
 void ResultRecorder::Uses(const Extension& extension) {
-  if (Wanted()) plugin_ = PluginText(extension);
+  if (options_.Wanted()) plugin_ = PluginText(extension);
 }
 
 void ResultRecorder::Begin(const std::optional<std::string>& expectation) {
@@ -105,7 +106,6 @@ results::Result ResultRecorder::Made() const {
 
 void ResultRecorder::Ended(StepResult& check) {
   if (!Wanted() || !expectation_) return;
-  any_ = true;
   try {
     if (check.end == StepEnd::Finished) AskDriverOnce();
     results::Result result = Made();
@@ -118,7 +118,7 @@ void ResultRecorder::Ended(StepResult& check) {
 }
 
 void ResultRecorder::CouldNotBegin(const std::string& expectation, const std::string& why) {
-  if (!Wanted() || any_) return;
+  if (!Wanted()) return;
   Begin(expectation);
   results::Result result = Made();
   result.verdict = results::Verdict::Error;
@@ -135,16 +135,21 @@ void ResultRecorder::Keep(const results::Result& result) {
       if (!outcome.line.empty()) Tell(outcome.line);
     }
     if (files_.Empty()) return;
-    for (const std::string& line : files_.Add({result, ""})) Tell(line);
+    for (const std::string& line : files_.Add({result, Drawing(result)})) Tell(line);
   } catch (const std::exception& error) {
     throw NotStored(OneLine(error.what()));
   }
 }
 
+/// Made for who shows it alone: it takes longer than all the rest.
+std::string ResultRecorder::Drawing(const results::Result& result) const {
+  return files_.Has(results::ResultFormat::Html) ? ResultDrawing(result, facts_, names_) : "";
+}
+
 void ResultRecorder::Tell(const std::string& line) const { tell_(line); }
 
 void ResultRecorder::AskDriverOnce() {
-  if (Wanted() && !driver_) driver_ = AskDriver();
+  if (options_.Wanted() && !driver_) driver_ = AskDriver();
 }
 
 }  // namespace kxbench

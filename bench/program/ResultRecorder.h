@@ -33,10 +33,16 @@ class NotStored : public Failure {
 /// nothing, and asks nobody anything, where no result is wanted.
 class ResultRecorder {
  public:
-  /// `options` outlives the object.
-  explicit ResultRecorder(const ResultOptions& options) : options_(options), files_(options.outputs) {}
+  enum class Makes {
+    WhenKept,  ///< where they are stored or written
+    Always,    ///< for somebody who looks at them, see Divert
+  };
 
-  bool Wanted() const { return options_.Wanted(); }
+  /// `options` outlives the object.
+  explicit ResultRecorder(const ResultOptions& options, Makes makes = Makes::WhenKept)
+      : options_(options), makes_(makes), files_(options.outputs) {}
+
+  bool Wanted() const { return makes_ == Makes::Always || options_.Wanted(); }
 
   /// Opens what results are kept in, and finds out whether it takes this one, as far as that can be known.
   /// `tell` shows the user a line. Called in the working process. Throws Failure.
@@ -65,7 +71,7 @@ class ResultRecorder {
   /// It has ended. Keeps its result, or makes it StepEnd::NotStored.
   void Ended(StepResult& check);
 
-  /// The result of a check that could not begin; nothing when a result was made of it already.
+  /// Keeps the result of a check that could not begin.
   void CouldNotBegin(const std::string& expectation, const std::string& why);
 
   /// Keeps a result. Throws NotStored.
@@ -82,8 +88,10 @@ class ResultRecorder {
 
  private:
   void Tell(const std::string& line) const;
+  std::string Drawing(const results::Result& result) const;
 
   const ResultOptions& options_;
+  Makes makes_;
   results::OutputFiles files_;
   std::unique_ptr<results::ResultStore> store_;
   std::function<void(const std::string&)> tell_;
@@ -100,7 +108,6 @@ class ResultRecorder {
   wiring::ExpectationFacts facts_;
   std::chrono::sys_time<std::chrono::milliseconds> started_;
   std::chrono::steady_clock::time_point begun_;
-  bool any_ = false;
 };
 
 }  // namespace kxbench

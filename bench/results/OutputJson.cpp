@@ -79,8 +79,8 @@ std::string Text(const Json& json, int indent) {
 std::string DiagnosisText(const Result& result) {
   if (!result.diagnosed) return "";
   std::string text;
-  for (const ResultFault& fault : result.faults) text += (text.empty() ? "" : "; ") + fault.text;
-  return text.empty() ? "no faults" : text;
+  for (const ResultFault& fault : result.faults) text += (text.empty() ? "" : "\n") + fault.text;
+  return text.empty() ? "no fault" : text;
 }
 
 std::string ResultsJson(const std::vector<ResultPage>& pages) {

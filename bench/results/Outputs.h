@@ -16,8 +16,8 @@ struct ResultPage {
   std::string drawing;  ///< an <svg> element, taken over as it stands; empty: none
 };
 
-/// What the diagnosis says, on one line: the faults' texts, joined by "; "; "no faults" when it found none;
-/// empty when none was made.
+/// What the diagnosis says, as the database has it: the faults' texts, a line each; "no fault" when it found
+/// none; empty when none was made.
 std::string DiagnosisText(const Result& result);
 
 /// The file's text and line end: one result is an object {"format": "result", ...}, any other number of them

@@ -21,6 +21,12 @@ class InterruptWatch {
   /// True from the second on: the user will not wait for anything but the relays.
   static bool Insisted();
 
+  /// True from the first interrupt on that was not Ctrl-C: whoever survives a cancelled check ends on this.
+  static bool EndAsked();
+
+  /// Takes back what Ctrl-C has interrupted so far, for a program that goes on; does nothing when EndAsked.
+  static void Forget();
+
   /// Counts as an interrupt, for one that reaches the program another way. From any thread.
   static void Interrupt();
 };

@@ -12,9 +12,13 @@ namespace kxbench {
 namespace {
 
 std::atomic<int> interrupts = 0;
+std::atomic<bool> endAsked = false;
 static_assert(std::atomic<int>::is_always_lock_free, "the signal handler must not take a lock");
 
-extern "C" void NoteInterrupt(int) { interrupts.fetch_add(1); }
+extern "C" void NoteInterrupt(int signal) {
+  if (signal != SIGINT) endAsked.store(true);
+  interrupts.fetch_add(1);
+}
 
 struct Treatment {
   int signal;
@@ -37,19 +41,30 @@ void Install(Treatment& treatment) {
 
 InterruptWatch::InterruptWatch() {
   interrupts.store(0);
+  endAsked.store(false);
   for (Treatment& treatment : treatments) Install(treatment);
 }
 
 InterruptWatch::~InterruptWatch() {
   interrupts.store(0);
+  endAsked.store(false);
   for (const Treatment& treatment : treatments) sigaction(treatment.signal, &treatment.earlier, nullptr);
 }
 
-bool InterruptWatch::Interrupted() { return interrupts.load() > 0; }
+bool InterruptWatch::Interrupted() { return interrupts.load() > 0 || endAsked.load(); }
 
 bool InterruptWatch::Insisted() { return interrupts.load() > 1; }
 
-void InterruptWatch::Interrupt() { interrupts.fetch_add(1); }
+bool InterruptWatch::EndAsked() { return endAsked.load(); }
+
+void InterruptWatch::Forget() {
+  if (!EndAsked()) interrupts.store(0);
+}
+
+void InterruptWatch::Interrupt() {
+  endAsked.store(true);
+  interrupts.fetch_add(1);
+}
 
 void StartUnsignalled(std::function<void()> work) {
   sigset_t all;

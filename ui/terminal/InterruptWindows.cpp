@@ -17,9 +17,11 @@ namespace kxbench {
 namespace {
 
 std::atomic<int> interrupts = 0;
+std::atomic<bool> endAsked = false;
 
 /// Runs on a thread of the system's.
 BOOL WINAPI NoteInterrupt(DWORD event) {
+  if (event != CTRL_C_EVENT) endAsked.store(true);
   interrupts.fetch_add(1);
   // The system ends the program as soon as this returns from one of the closing events. It waits a few
   // seconds at most, which is time for the main thread to open the relays and end by itself.
@@ -33,19 +35,30 @@ BOOL WINAPI NoteInterrupt(DWORD event) {
 
 InterruptWatch::InterruptWatch() {
   interrupts.store(0);
+  endAsked.store(false);
   SetConsoleCtrlHandler(NoteInterrupt, TRUE);
 }
 
 InterruptWatch::~InterruptWatch() {
   interrupts.store(0);
+  endAsked.store(false);
   SetConsoleCtrlHandler(NoteInterrupt, FALSE);
 }
 
-bool InterruptWatch::Interrupted() { return interrupts.load() > 0; }
+bool InterruptWatch::Interrupted() { return interrupts.load() > 0 || endAsked.load(); }
 
 bool InterruptWatch::Insisted() { return interrupts.load() > 1; }
 
-void InterruptWatch::Interrupt() { interrupts.fetch_add(1); }
+bool InterruptWatch::EndAsked() { return endAsked.load(); }
+
+void InterruptWatch::Forget() {
+  if (!EndAsked()) interrupts.store(0);
+}
+
+void InterruptWatch::Interrupt() {
+  endAsked.store(true);
+  interrupts.fetch_add(1);
+}
 
 void StartUnsignalled(std::function<void()> work) { std::thread(std::move(work)).detach(); }
 

@@ -215,7 +215,7 @@ TEST(Commands, HaveDifferentNamesAndAHelpOfTheirOwn) {
     names.push_back(command->Name());
   }
   EXPECT_THAT(names, ElementsAre("check", "diagnose", "run", "learn", "edit", "info", "import", "export",
-                                 "compare", "draw", "prove", "selftest", "results"));
+                                 "compare", "draw", "prove", "selftest", "station", "results"));
 }
 
 TEST(Commands, AnOptionMayDoWithoutItsValue) {

@@ -20,6 +20,7 @@ struct Process {
   std::map<std::string, std::string> environment;  ///< added to the test's own
   std::string folder;                              ///< current folder; empty for the test's own
 #ifndef _WIN32
+  std::string inputFile;       ///< where standard input comes from; empty for none
   std::string outputFile;      ///< where standard output goes; empty to collect it
   std::string errorFile;       ///< where standard error goes; empty to collect it
   bool outputStuck = false;    ///< standard output is a full pipe that nobody reads

@@ -52,12 +52,13 @@ void FillUp(int pipe) {
   // A shell that starts the tests in the background has some ignored, and they would stay so.
   for (const int number : {SIGINT, SIGQUIT, SIGHUP}) signal(number, SIG_DFL);
   for (const auto& [name, value] : process.environment) setenv(name.c_str(), value.c_str(), 1);
-  const int nothing = open("/dev/null", O_RDONLY);
+  const int input =
+      open(process.inputFile.empty() ? "/dev/null" : process.inputFile.c_str(), O_RDONLY | O_NOCTTY);
   Pipe unread;
   close(unread.reading);
   const int collected = process.outputUnread ? unread.writing : output.writing;
   const int file = process.outputFile.empty() ? collected : open(process.outputFile.c_str(), O_WRONLY);
-  dup2(nothing, STDIN_FILENO);
+  dup2(input, STDIN_FILENO);
   dup2(file, STDOUT_FILENO);
   const int collectedErrors = process.errorsUnread ? unread.writing : errors.writing;
   dup2(process.errorFile.empty() ? collectedErrors : open(process.errorFile.c_str(), O_WRONLY | O_NOCTTY),

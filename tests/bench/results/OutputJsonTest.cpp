@@ -150,9 +150,9 @@ TEST(DiagnosisText, SaysWhetherADiagnosisWasMade) {
   Result result = GoodDevice();
   EXPECT_EQ(DiagnosisText(result), "");
   result.diagnosed = true;
-  EXPECT_EQ(DiagnosisText(result), "no faults");
+  EXPECT_EQ(DiagnosisText(result), "no fault");
   result.faults = {{"open", {1}, "one"}, {"short", {2}, "two"}};
-  EXPECT_EQ(DiagnosisText(result), "one; two");
+  EXPECT_EQ(DiagnosisText(result), "one\ntwo");
 }
 
 }  // namespace
