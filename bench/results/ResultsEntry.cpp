@@ -52,11 +52,11 @@ class DatabaseAtTheBorder : public ModuleDatabase {
 
 }  // namespace kxbench::results
 
-void kxOpenResultStore(const std::string& url, const kxbench::results::StoreOptions& options,
+void kxOpenResultStore(const std::string& url, const kxbench::results::StoreSettings& settings,
                        std::unique_ptr<kxbench::results::ModuleStore>& store, std::string& failure) noexcept {
   using namespace kxbench::results;
   failure = shorttest::FailureText(
-      [&] { store = std::make_unique<StoreAtTheBorder>(OpenResultStore(url, options)); });
+      [&] { store = std::make_unique<StoreAtTheBorder>(OpenResultStore(url, settings)); });
 }
 
 void kxOpenResultDatabase(const std::string& url, bool make,
