@@ -41,8 +41,7 @@ class DrawCommand : public Command {
   std::string Summary() const override { return "Draw a wiring diagram of what FILE expects"; }
   std::string Notes() const override {
     return "PICTURE is an SVG file or, where its name ends in .html, a page on which a click on a net shows "
-           "it "
-           "alone;\n"
+           "it alone;\n"
            "- writes SVG to standard output. The channels' names come from the project's ini file.\n"
            "--faults stands after FILE. Without RESULT it measures the connected device, as kxbench diagnose "
            "does; RESULT\n"

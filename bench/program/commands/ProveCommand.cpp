@@ -56,8 +56,7 @@ class ProveCommand : public Command {
   }
   std::string Notes() const override {
     return "Nothing is measured: each fault is put into a simulated tester, and the plug-in's own check runs "
-           "on "
-           "it without\n"
+           "on it without\n"
            "waiting. The exit status is 0 when nothing escapes but what --accept names, and 1 when something "
            "does.";
   }
