@@ -55,7 +55,7 @@ std::string ClassDefinition(FaultClass kind, const wiring::ExpectationFacts& fac
   const double upper = std::max(facts.lowerThreshold_ohm, facts.upperThreshold_ohm);
   switch (kind) {
     case FaultClass::Open:
-      return "each contact of each net of two contacts and more is off its net";
+      return "each contact of each net of two or more contacts has come off its net";
     case FaultClass::Short:
       return "each pair of nets and single channels is connected by 0.1 Ohm";
     case FaultClass::ResistiveShort:

@@ -21,8 +21,8 @@ constexpr std::array<ReasonName, std::size(AllReasons)> ReasonNames = {
     {{EscapeReason::Excluded, "excluded",
       "take the pair off the list of excluded connections, or test it with an expectation of its own"},
      {EscapeReason::Unknown, "unknown",
-      "say of the pair whether it is connected: learn the harness again, or open the file in the editor and "
-      "save it"},
+      "say of the pair whether it is connected: learn the harness again; or enter one of the texts on the "
+      "editor's page Text, leave it, and save"},
      {EscapeReason::Suspended, "suspended",
       "take the channel off the list of suspended channels once it carries no voltage"},
      {EscapeReason::NotInExpectation, "not-in-expectation", "extend START and ENDE to the channel"},
