@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <locale>
 #include <sstream>
+
+#include "bench/proof/NumberWords.h"
 
 namespace kxbench::proof {
 
@@ -47,13 +48,6 @@ const ReasonName& NameOf(EscapeReason reason) {
                        [&](const ReasonName& candidate) { return candidate.reason == reason; });
 }
 
-std::string OhmText(double ohm) {
-  std::array<char, 64> text{};
-  const auto end =
-      std::to_chars(text.data(), text.data() + text.size(), ohm, std::chars_format::general, 3).ptr;
-  return std::string(text.data(), end) + " Ohm";
-}
-
 constexpr const char* Nothing = "-";
 
 }  // namespace
@@ -68,7 +62,7 @@ std::optional<EscapeReason> ReasonFromWord(std::string_view word) {
 
 std::string RemedyFor(const Escape& escape) {
   if (escape.reason == EscapeReason::Threshold && escape.ohm) {
-    return "move the threshold: found once the fault has " + OhmText(*escape.ohm);
+    return "move the threshold: found once the fault has " + OhmWord(*escape.ohm, 3);
   }
   const auto* const limit =
       std::find_if(LimitRemedies.begin(), LimitRemedies.end(),
