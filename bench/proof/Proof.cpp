@@ -79,10 +79,10 @@ std::string ClassDefinition(FaultClass kind, const wiring::ExpectationFacts& fac
 std::vector<std::string> NotCovered() {
   return {"More than one fault at a time. Two faults can hide each other.",
           "Faults that come and go: a simulated fault is there for the whole check.",
-          "What a good device's resistances, insulation and capacitances are: the ideal device has none of "
-          "its own but those that this report names.",
-          "Noise, drift and wear of the real tester, and errors of its driver. Its relays are proved with "
-          "--tester-faults, and tested with kxbench selftest.",
+          ("What a good device's resistances, insulation and capacitances are: the ideal device has none of "
+           "its own but those that this report names."),
+          ("Noise, drift and wear of the real tester, and errors of its driver. Its relays are proved with "
+           "--tester-faults, and tested with kxbench selftest."),
           "Whether the expectation is the harness that was meant. Compare it with the wiring document.",
           "Channels outside START to ENDE, and contacts that no channel is wired to."};
 }

@@ -20,6 +20,9 @@ constexpr std::size_t MostListedEscapes = 1000;
 /// Channels beyond which a picture of all pairs shows nothing any more.
 constexpr std::size_t MostMatrixChannels = 480;
 
+/// Above and to the left of the squares: room for the channels' numbers.
+constexpr std::size_t MatrixMargin = 34;
+
 std::string Value(const ProofFault& fault) {
   switch (fault.kind) {
     case FaultClass::Voltage:
@@ -48,6 +51,19 @@ std::vector<const ProvedFault*> EscapedFaults(const Proof& proof) {
     if (one.verdict && one.verdict->escape) escapes.push_back(&one);
   }
   return escapes;
+}
+
+/// A channel's number above its column and to the left of its row.
+std::string ScaleNumber(const std::string& number, const std::string& place) {
+  return "<text x=\"" + place + "\" y=\"" + std::to_string(MatrixMargin - 6) + "\" text-anchor=\"middle\">" +
+         number + "</text><text x=\"" + std::to_string(MatrixMargin - 5) + "\" y=\"" + place +
+         "\" text-anchor=\"end\" dominant-baseline=\"middle\">" + number + "</text>\n";
+}
+
+std::string MatrixSquare(const std::string& x, const std::string& y, const std::string& side,
+                         const std::string& title) {
+  return "<rect x=\"" + x + "\" y=\"" + y + "\" width=\"" + side + "\" height=\"" + side + "\"><title>" +
+         title + "</title></rect>\n";
 }
 
 }  // namespace
@@ -95,30 +111,27 @@ std::string EscapeMatrix(const Proof& proof) {
            " pairs; too many channels for a picture.</p>\n";
   }
   const std::size_t cell = channels <= 60 ? 12 : channels <= 120 ? 6 : channels <= 240 ? 4 : 2;
-  constexpr std::size_t Margin = 34;
-  const std::string size = std::to_string(channels * cell + Margin + 1);
+  const std::string size = std::to_string(channels * cell + MatrixMargin + 1);
   html += "<svg id=\"matrix\" role=\"img\" aria-label=\"pairs of channels whose short escapes\" width=\"" +
           size + "\" height=\"" + size + "\" viewBox=\"0 0 " + size + " " + size + "\">\n";
   const std::string edge = std::to_string(channels * cell);
-  html += "<rect x=\"" + std::to_string(Margin) + "\" y=\"" + std::to_string(Margin) + "\" width=\"" + edge +
-          "\" height=\"" + edge +
+  html += "<rect x=\"" + std::to_string(MatrixMargin) + "\" y=\"" + std::to_string(MatrixMargin) +
+          "\" width=\"" + edge + "\" height=\"" + edge +
           "\" fill=\"#f4f6f8\" stroke=\"#d5dce3\"/>\n<g font-size=\"10\" fill=\"#54616e\">\n";
   const std::size_t step = channels <= 60 ? 5 : channels <= 240 ? 20 : 40;
   for (std::size_t i = 0; i < channels; i += step) {
-    const std::string place = std::to_string(Margin + i * cell + cell / 2 + 1);
+    const std::string place = std::to_string(MatrixMargin + i * cell + cell / 2 + 1);
     const std::string number = std::to_string(proof.facts.firstChannel + static_cast<Channel>(i));
-    html += "<text x=\"" + place + "\" y=\"" + std::to_string(Margin - 6) + "\" text-anchor=\"middle\">" +
-            number + "</text><text x=\"" + std::to_string(Margin - 5) + "\" y=\"" + place +
-            "\" text-anchor=\"end\" dominant-baseline=\"middle\">" + number + "</text>\n";
+    html += ScaleNumber(number, place);
   }
   html += "</g>\n<g fill=\"#b3261e\">\n";
   for (const auto& [low, high] : escaped) {
     const auto place = [&](Channel channel) {
-      return std::to_string(Margin + static_cast<std::size_t>(channel - proof.facts.firstChannel) * cell);
+      return std::to_string(MatrixMargin +
+                            static_cast<std::size_t>(channel - proof.facts.firstChannel) * cell);
     };
-    const std::string side = std::to_string(cell);
-    html += "<rect x=\"" + place(low) + "\" y=\"" + place(high) + "\" width=\"" + side + "\" height=\"" +
-            side + "\"><title>" + std::to_string(low) + " – " + std::to_string(high) + "</title></rect>\n";
+    html += MatrixSquare(place(low), place(high), std::to_string(cell),
+                         std::to_string(low) + " – " + std::to_string(high));
   }
   return html + "</g>\n</svg>\n<p class=\"note\">One contact stands for each net.</p>\n";
 }

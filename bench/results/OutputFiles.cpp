@@ -54,6 +54,11 @@ std::string TextOf(ResultFormat format, const std::vector<ResultPage>& pages) {
   return lines;
 }
 
+std::string TornLine(const std::string& name) {
+  return "warning: the last line of " + name + " was not whole, as a crash leaves it; it is in " + name +
+         ".torn now";
+}
+
 }  // namespace
 
 bool OutputFile::Fixed() const {
@@ -93,8 +98,7 @@ std::vector<std::string> OutputFiles::Add(const ResultPage& page) {
     if (file.format == ResultFormat::JsonLines) {
       const std::string torn = shorttest::AppendLine(path, ResultJsonLine(page.result), ResultJsonLineStart);
       if (!torn.empty()) {
-        told.push_back("warning: the last line of " + name +
-                       " was not whole, as a crash leaves it; it is in " + name + ".torn now");
+        told.push_back(TornLine(name));
       }
     } else if (file.Fixed()) {
       shorttest::ReplaceWholeFile(path, TextOf(file.format, pages_));

@@ -160,10 +160,10 @@ std::string SuspectSection(const ResultSummary& summary) {
 
 std::string DaySection(const std::vector<Total>& days) {
   std::vector<PlotPoint> points;
+  points.reserve(days.size());
   for (const Total& day : days) points.push_back({day.name, day.FirstPassYield(), day.FinalYield()});
   return "<h2>By day</h2>\n<p><span class=\"key\">first-pass yield</span>, <span class=\"key other\">yield "
-         "after "
-         "retest</span></p>\n" +
+         "after retest</span></p>\n" +
          YieldPlot("Yield by day", points) + TotalTable("days", "Day (UTC)", days);
 }
 

@@ -32,8 +32,7 @@ class CompareCommand : public Command {
   std::string Summary() const override { return "Compare the harness A with B, which says how it should be"; }
   std::string Notes() const override {
     return "A and B are expectation files or documents (see import). They are compared channel by channel "
-           "where "
-           "each\n"
+           "where each\n"
            "is an expectation, or a document with a map; else pin by pin, by the channels' names in the "
            "project's ini file.\n"
            "Exit status: 0 they are equal, 1 they differ, 2 they cannot be compared.";

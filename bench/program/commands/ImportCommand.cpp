@@ -57,8 +57,7 @@ class ImportCommand : public Command {
   std::string Summary() const override { return "Make an expectation of a harness's document"; }
   std::string Notes() const override {
     return "DOCUMENT is a wiring list (CSV), a WireViz file (YAML), a KBL file (XML), or what export --to "
-           "json "
-           "wrote.\n"
+           "json wrote.\n"
            "Pins of one net are connected, all others are not. A FILE that exists keeps its thresholds and "
            "options.\n"
            "With --assign the map goes to the file of --map, or beside FILE: cable.map.csv for cable.dat.";

@@ -30,18 +30,20 @@ double ReadOhm(const std::string& option, const std::string& text) {
   return *ohm;
 }
 
+Failure UnknownReason(const std::string& text) {
+  std::string known;
+  for (const proof::EscapeReason one : proof::AllReasons) {
+    known += (known.empty() ? "" : ", ") + proof::ReasonWord(one);
+  }
+  return Failure("--accept " + text + ": the reasons are " + known);
+}
+
 std::vector<proof::EscapeReason> ReadReasons(const std::string& text) {
   std::vector<proof::EscapeReason> reasons;
   for (std::size_t begin = 0; begin <= text.size();) {
     const std::size_t end = std::min(text.find(',', begin), text.size());
     const auto reason = proof::ReasonFromWord(text.substr(begin, end - begin));
-    if (!reason) {
-      std::string known;
-      for (const proof::EscapeReason one : proof::AllReasons) {
-        known += (known.empty() ? "" : ", ") + proof::ReasonWord(one);
-      }
-      throw Failure("--accept " + text + ": the reasons are " + known);
-    }
+    if (!reason) throw UnknownReason(text);
     reasons.push_back(*reason);
     begin = end + 1;
   }
@@ -56,8 +58,7 @@ class ProveCommand : public Command {
   }
   std::string Notes() const override {
     return "Nothing is measured: each fault is put into a simulated tester, and the plug-in's own check runs "
-           "on "
-           "it without\n"
+           "on it without\n"
            "waiting. The exit status is 0 when nothing escapes but what --accept names, and 1 when something "
            "does.";
   }
