@@ -94,7 +94,7 @@ const std::string& DatabaseWith(std::int64_t kind, std::int64_t count) {
 
 void BM_Store(benchmark::State& state) {
   const TemporaryFolder folder;
-  StoreOptions options;
+  StoreSettings options;
   options.spool = folder.Path() / "spool.db";
   const auto store = OpenResultStore(NewUrl(state.range(0), folder, "results.db"), options);
   int number = 0;

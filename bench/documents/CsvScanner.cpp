@@ -137,7 +137,8 @@ std::string DocumentTextToUtf8(std::string text) {
   const bool marked =
       bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF") || shorttest::TakeByteOrderMark(bytes);
   if (marked) return shorttest::FileTextToUtf8(text);
-  return shorttest::IsUtf8(text) ? text : shorttest::Windows1252ToUtf8(text);
+  if (shorttest::IsUtf8(text)) return text;
+  return shorttest::Windows1252ToUtf8(text);
 }
 
 std::string CsvField(const std::string& text) {

@@ -180,7 +180,8 @@ class Marker {
     if (moves.empty()) return Say(fault, diagnosis::KindWord(fault.kind));
     for (const Move& move : moves) {
       const auto from = PinOf(move.from);
-      const auto to = move.to ? PinOf(*move.to) : std::nullopt;
+      std::optional<std::size_t> to;
+      if (move.to) to = PinOf(*move.to);
       const std::string place = to        ? PinLabel(picture_.pins[*to])
                                 : move.to ? std::to_string(*move.to)
                                           : "nothing";

@@ -48,24 +48,24 @@ struct Part {
 };
 
 std::vector<std::vector<Part>> PartsOf(const std::vector<DrawnBlock>& blocks, const HarnessPicture& picture) {
-  struct Seat {
+  struct Spot {
     std::size_t block = 0;
     std::int32_t row = 0;
   };
-  std::vector<Seat> seats(picture.pins.size());
+  std::vector<Spot> spots(picture.pins.size());
   for (std::size_t block = 0; block < blocks.size(); ++block) {
     for (std::size_t i = 0; i < blocks[block].pins.size(); ++i) {
-      seats[blocks[block].pins[i]] = {block, static_cast<std::int32_t>(i)};
+      spots[blocks[block].pins[i]] = {block, static_cast<std::int32_t>(i)};
     }
   }
   std::vector<std::vector<Part>> nets;
   for (const DrawnNet& net : picture.nets) {
     std::map<std::size_t, Part> parts;
     for (const std::size_t pin : net.pins) {
-      const Seat& seat = seats[pin];
-      Part& part = parts.try_emplace(seat.block, Part{seat.block, seat.row, seat.row}).first->second;
-      part.first = std::min(part.first, seat.row);
-      part.last = std::max(part.last, seat.row);
+      const Spot& spot = spots[pin];
+      Part& part = parts.try_emplace(spot.block, Part{spot.block, spot.row, spot.row}).first->second;
+      part.first = std::min(part.first, spot.row);
+      part.last = std::max(part.last, spot.row);
     }
     auto& list = nets.emplace_back();
     for (const auto& [block, part] : parts) list.push_back(part);

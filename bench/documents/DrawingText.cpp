@@ -103,7 +103,8 @@ std::vector<std::string> Wrapped(const std::string& utf8, double ems) {
     const std::string word = utf8.substr(begin, end - begin);
     begin = end + 1;
     if (word.empty()) continue;
-    std::string longer = line.empty() ? word : line + " " + word;
+    std::string longer = line.empty() ? "" : line + ' ';
+    longer += word;
     if (!line.empty() && TextWidth(longer) > ems) {
       lines.push_back(line);
       longer = word;

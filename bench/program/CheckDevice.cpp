@@ -82,15 +82,16 @@ class DeviceCheck {
   ExitStatus Check() {
     CheckSession session(common_, job_.run.strict, job_.file, recorder_);
     StandardOutput output;
-    Output& target = HoldsBack() ? static_cast<Output&>(held_) : output;
-    const auto printer = PrinterOf(job_.run, target, session);
+    Output* target = &output;
+    if (HoldsBack()) target = &held_;
+    const auto printer = PrinterOf(job_.run, *target, session);
     const Script script = Load(session);
     ExitStatus status = ExitStatus::NoFindings;
     if (!job_.series.Any()) {
       status = session.Run(script, *printer);
     } else {
       status = RunSeries(session, script, *printer);
-      TellSeries(session, target);
+      TellSeries(session, *target);
     }
     if (HoldsBack() && !kept_) output.Write(held_.Text());
     return status;

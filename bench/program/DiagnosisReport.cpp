@@ -1,14 +1,18 @@
 #include "bench/program/DiagnosisReport.h"
 
+#include <nlohmann/json.hpp>
+#include <utility>
 #include <vector>
 
 #include "bench/diagnosis/FaultText.h"
-#include "bench/program/JsonText.h"
+#include "bench/program/JsonLine.h"
 #include "bench/program/Table.h"
 
 namespace kxbench {
 
 namespace {
+
+using DiagnosisObject = nlohmann::ordered_json;
 
 constexpr int JsonVersion = 1;
 
@@ -45,23 +49,20 @@ std::string VerdictOf(const DeviceDiagnosis& diagnosis) {
   return "no faults; " + nets + "\n";
 }
 
-JsonObject Named(const diagnosis::Fault& fault, const diagnosis::ChannelLabel& label) {
-  JsonObject object;
-  object.Add("kind", JsonString(diagnosis::KindWord(fault.kind)));
-  object.Add("channels", JsonChannels(fault.channels));
-  object.Add("text", JsonString(diagnosis::FaultText(fault, label)));
-  return object;
+DiagnosisObject Named(const diagnosis::Fault& fault, const diagnosis::ChannelLabel& label) {
+  return {{"kind", diagnosis::KindWord(fault.kind)},
+          {"channels", fault.channels},
+          {"text", diagnosis::FaultText(fault, label)}};
 }
 
-std::string JsonFault(const diagnosis::Fault& fault, const std::vector<diagnosis::Fault>& alternatives,
+DiagnosisObject Whole(const diagnosis::Fault& fault, const std::vector<diagnosis::Fault>& alternatives,
                       const diagnosis::ChannelLabel& label) {
-  std::vector<std::string> others;
-  others.reserve(alternatives.size());
-  for (const diagnosis::Fault& other : alternatives) others.push_back(Named(other, label).Text());
-  JsonObject object = Named(fault, label);
-  object.Add("ohm", fault.ohm ? JsonNumber(*fault.ohm) : "null");
-  object.Add("alternatives", JsonArray(others));
-  return object.Text();
+  DiagnosisObject object = Named(fault, label);
+  object["ohm"] = nullptr;
+  if (fault.ohm) object["ohm"] = *fault.ohm;
+  DiagnosisObject& others = object["alternatives"] = DiagnosisObject::array();
+  for (const diagnosis::Fault& other : alternatives) others.push_back(Named(other, label));
+  return object;
 }
 
 }  // namespace
@@ -83,24 +84,21 @@ std::string DiagnosisReport(const DeviceDiagnosis& diagnosis, const wiring::Chan
 
 std::string DiagnosisJson(const DeviceDiagnosis& diagnosis, const wiring::ChannelNames& names) {
   const diagnosis::ChannelLabel label = LabelsOf(names);
-  std::vector<std::string> faults;
-  for (const diagnosis::Fault& voltage : diagnosis.voltages) faults.push_back(JsonFault(voltage, {}, label));
+  DiagnosisObject faults = DiagnosisObject::array();
+  for (const diagnosis::Fault& voltage : diagnosis.voltages) faults.push_back(Whole(voltage, {}, label));
   for (const diagnosis::Finding& finding : diagnosis.faults.findings) {
     for (const diagnosis::Fault& fault : finding.explanations.front()) {
-      faults.push_back(JsonFault(fault, diagnosis::Alternatives(finding, fault), label));
+      faults.push_back(Whole(fault, diagnosis::Alternatives(finding, fault), label));
     }
   }
-  for (const diagnosis::Fault& hint : diagnosis.faults.hints) faults.push_back(JsonFault(hint, {}, label));
-  JsonObject nets;
-  nets.Add("expected", JsonNets(diagnosis.faults.expected));
-  nets.Add("measured", JsonNets(diagnosis.faults.measured));
-  JsonObject object;
-  object.Add("format", JsonString("diagnosis"));
-  object.Add("version", std::to_string(JsonVersion));
-  object.Add("verdict", JsonString(diagnosis.Failed() ? "fail" : "pass"));
-  object.Add("faults", JsonArray(faults));
-  object.Add("nets", nets.Text());
-  return object.Text() + "\n";
+  for (const diagnosis::Fault& hint : diagnosis.faults.hints) faults.push_back(Whole(hint, {}, label));
+  DiagnosisObject object;
+  object["format"] = "diagnosis";
+  object["version"] = JsonVersion;
+  object["verdict"] = diagnosis.Failed() ? "fail" : "pass";
+  object["faults"] = std::move(faults);
+  object["nets"] = {{"expected", diagnosis.faults.expected}, {"measured", diagnosis.faults.measured}};
+  return JsonLine(object) + "\n";
 }
 
 }  // namespace kxbench

@@ -41,7 +41,7 @@ void DocumentOptions::DeclareIn(OptionList& list) {
   list.Value("--splices", "NAMES", "Connectors that are splices: S1,S2",
              [this](const std::string& text) { splices_.merge(Names(text)); })
       .repeatable = true;
-  list.Value("--prepend", "FILE", "WireViz file that is read in front of the document",
+  list.Value("--prepend", "FILE", "WireViz file that is read before the document",
              [this](const std::string& file) { prepend_.push_back(file); })
       .repeatable = true;
 }

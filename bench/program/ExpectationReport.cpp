@@ -3,16 +3,18 @@
 #include <cstddef>
 #include <ctime>
 #include <iomanip>
+#include <nlohmann/json.hpp>
 #include <sstream>
-#include <vector>
 
 #include "bench/program/ChannelText.h"
-#include "bench/program/JsonText.h"
+#include "bench/program/JsonLine.h"
 #include "bench/program/Table.h"
 
 namespace kxbench {
 
 namespace {
+
+using ExpectationObject = nlohmann::ordered_json;
 
 /// Excluded pairs listed one by one; a file may have millions.
 constexpr std::size_t MostExcludedPairs = 100;
@@ -63,13 +65,13 @@ bool IsTerminated(const wiring::ExpectationFacts& facts) {
   return facts.terminationCard > 0 && facts.terminationRelay > 0;
 }
 
-std::string JsonNames(const wiring::ExpectationFacts& facts, const wiring::ChannelNames& names) {
-  JsonObject object;
+ExpectationObject NamesObject(const wiring::ExpectationFacts& facts, const wiring::ChannelNames& names) {
+  ExpectationObject object = ExpectationObject::object();
   for (std::int32_t channel = facts.firstChannel; channel <= facts.lastChannel; ++channel) {
     const std::string name = names.Name(channel);
-    if (!name.empty()) object.Add(std::to_string(channel), JsonString(name));
+    if (!name.empty()) object.emplace(std::to_string(channel), name);
   }
-  return object.Text();
+  return object;
 }
 
 }  // namespace
@@ -102,33 +104,30 @@ std::string ExpectationReport(const std::string& file, const wiring::Expectation
 
 std::string ExpectationJson(const std::string& file, const wiring::ExpectationFacts& facts,
                             const wiring::ChannelNames& names, SavedAt saved) {
-  std::vector<std::string> excluded;
-  for (const auto& [lower, higher] : facts.excludedPairs) excluded.push_back(JsonChannels({lower, higher}));
-  std::vector<std::string> doubts;
-  for (const std::string& doubt : facts.doubts) doubts.push_back(JsonString(doubt));
-
-  JsonObject object;
-  object.Add("format", JsonString("expectation")).Add("version", "1").Add("file", JsonString(file));
-  object.Add("saved", JsonString(UtcText(saved)));
-  object.Add("firstChannel", std::to_string(facts.firstChannel));
-  object.Add("lastChannel", std::to_string(facts.lastChannel));
-  object.Add("names", JsonNames(facts, names));
-  object.Add("nets", JsonNets(facts.nets.nets));
-  object.Add("unconnected", JsonChannels(facts.nets.unconnected));
-  object.Add("suspended", JsonChannels(facts.nets.suspended));
-  object.Add("pairs", std::to_string(facts.pairs));
-  object.Add("connectedPairs", std::to_string(facts.connectedPairs));
-  object.Add("unknownPairs", std::to_string(facts.unknownPairs));
-  object.Add("excludedPairs", JsonArray(excluded));
-  object.Add("lowerThresholdOhm", JsonNumber(facts.lowerThreshold_ohm));
-  object.Add("upperThresholdOhm", JsonNumber(facts.upperThreshold_ohm));
-  object.Add("voltageControl", std::to_string(facts.voltageControl));
-  object.Add("dischargeWaitMs", std::to_string(facts.dischargeWait_ms));
-  object.Add("terminationCard", std::to_string(facts.terminationCard));
-  object.Add("terminationRelay", std::to_string(facts.terminationRelay));
-  object.Add("mostErrors", std::to_string(facts.mostErrors));
-  object.Add("warnings", JsonArray(doubts));
-  return object.Text() + "\n";
+  ExpectationObject object;
+  object["format"] = "expectation";
+  object["version"] = 1;
+  object["file"] = file;
+  object["saved"] = UtcText(saved);
+  object["firstChannel"] = facts.firstChannel;
+  object["lastChannel"] = facts.lastChannel;
+  object["names"] = NamesObject(facts, names);
+  object["nets"] = facts.nets.nets;
+  object["unconnected"] = facts.nets.unconnected;
+  object["suspended"] = facts.nets.suspended;
+  object["pairs"] = facts.pairs;
+  object["connectedPairs"] = facts.connectedPairs;
+  object["unknownPairs"] = facts.unknownPairs;
+  object["excludedPairs"] = facts.excludedPairs;
+  object["lowerThresholdOhm"] = facts.lowerThreshold_ohm;
+  object["upperThresholdOhm"] = facts.upperThreshold_ohm;
+  object["voltageControl"] = facts.voltageControl;
+  object["dischargeWaitMs"] = facts.dischargeWait_ms;
+  object["terminationCard"] = facts.terminationCard;
+  object["terminationRelay"] = facts.terminationRelay;
+  object["mostErrors"] = facts.mostErrors;
+  object["warnings"] = facts.doubts;
+  return JsonLine(object) + "\n";
 }
 
 }  // namespace kxbench

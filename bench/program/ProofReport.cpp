@@ -55,7 +55,7 @@ std::string NamingTable(const Proof& proof) {
     table.AddRow({proof::ClassWord(count.kind), of(Naming::Exactly), of(Naming::AmongEquals),
                   of(Naming::Wrongly), std::to_string(count.misnamed)});
   }
-  return SectionTitle("What the diagnosis names from the records of what was found:") + table.Text(Indent);
+  return SectionTitle("What the diagnosis makes of the records of the faults found:") + table.Text(Indent);
 }
 
 std::string FaultText(const ProvedFault& one, const wiring::ChannelNames& names) {

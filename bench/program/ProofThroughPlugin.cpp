@@ -20,9 +20,9 @@ namespace {
 /// A folder for device descriptions that goes with the object.
 class DescriptionFolder {
  public:
-  DescriptionFolder() {
-    std::random_device random;
-    path_ = std::filesystem::temp_directory_path() / ("kxbench-proof-" + std::to_string(random()));
+  DescriptionFolder()
+      : path_(std::filesystem::temp_directory_path() /
+              ("kxbench-proof-" + std::to_string(std::random_device()()))) {
     std::error_code error;
     if (!std::filesystem::create_directory(path_, error)) {
       throw Failure("cannot make a folder for device descriptions: " + error.message());

@@ -20,10 +20,10 @@ Function LoadedResultsModule::Find(const char* name) const {
 }
 
 std::unique_ptr<results::ModuleStore> LoadedResultsModule::OpenStore(
-    const std::string& url, const results::StoreOptions& options) const {
+    const std::string& url, const results::StoreSettings& settings) const {
   std::unique_ptr<results::ModuleStore> store;
   std::string failure;
-  Find<KxOpenResultStore>(KxOpenResultStoreName)(url, options, store, failure);
+  Find<KxOpenResultStore>(KxOpenResultStoreName)(url, settings, store, failure);
   if (!failure.empty()) throw Failure(failure);
   return store;
 }

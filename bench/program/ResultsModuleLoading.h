@@ -16,7 +16,7 @@ class LoadedResultsModule {
 
   /// Each throws Failure with the module's text.
   std::unique_ptr<results::ModuleStore> OpenStore(const std::string& url,
-                                                  const results::StoreOptions& options) const;
+                                                  const results::StoreSettings& settings) const;
   std::unique_ptr<results::ModuleDatabase> OpenDatabase(const std::string& url, bool make) const;
 
  private:

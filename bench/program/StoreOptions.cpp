@@ -15,8 +15,8 @@ namespace {
 /// The module's store, with exceptions of our own.
 class LoadedStore : public results::ResultStore {
  public:
-  LoadedStore(const std::string& url, const results::StoreOptions& options)
-      : store_(module_.OpenStore(url, options)) {}
+  LoadedStore(const std::string& url, const results::StoreSettings& settings)
+      : store_(module_.OpenStore(url, settings)) {}
 
   results::StoreOutcome Store(const results::Result& result) override {
     results::StoreOutcome outcome;
@@ -52,9 +52,9 @@ void StoreOptions::DeclareIn(OptionList& list) {
 
 std::unique_ptr<results::ResultStore> OpenResults(const StoreOptions& options) {
   if (!options.results) return nullptr;
-  results::StoreOptions store;
-  if (options.spool) store.spool = shorttest::AbsolutePath(*options.spool);
-  return std::make_unique<LoadedStore>(*options.results, store);
+  results::StoreSettings settings;
+  if (options.spool) settings.spool = shorttest::AbsolutePath(*options.spool);
+  return std::make_unique<LoadedStore>(*options.results, settings);
 }
 
 void RequireStorable(const std::string& what, const std::string& value) {

@@ -1,11 +1,10 @@
 #include "bench/proof/DeviceModel.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <stdexcept>
 
+#include "bench/proof/NumberWords.h"
 #include "bench/wiring/ChannelNets.h"
 #include "simulator/DescriptionLimits.h"
 #include "simulator/TesterLayout.h"
@@ -58,11 +57,6 @@ void Insert(std::size_t node, double ohm, DeviceModel& device) {
   const std::size_t joint = device.nodes++;
   ForEndsAt(node, device.resistors, [&](std::size_t& end) { end = joint; });
   device.resistors.push_back({node, joint, ohm});
-}
-
-std::string ExactNumber(double value) {
-  std::array<char, 64> text{};
-  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
 }
 
 std::string PointName(const DeviceModel& device, std::size_t node) {

@@ -118,7 +118,8 @@ class Planner {
 
   void Pairs(FaultClass kind, std::vector<ChannelPair> pairs) {
     plan_.totals[kind] = pairs.size();
-    for (const auto& [a, b] : Sample(std::move(pairs), options_.largestSample, random_)) {
+    const std::vector<ChannelPair> chosen = Sample(std::move(pairs), options_.largestSample, random_);
+    for (const auto& [a, b] : chosen) {
       ProofFault fault;
       fault.kind = kind;
       fault.channels = {a, b};

@@ -1,19 +1,12 @@
 #include "bench/proof/Proof.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
+
+#include "bench/proof/NumberWords.h"
 
 namespace kxbench::proof {
 
 namespace {
-
-std::string OhmOf(double ohm) {
-  std::array<char, 64> text{};
-  const auto end =
-      std::to_chars(text.data(), text.data() + text.size(), ohm, std::chars_format::general, 6).ptr;
-  return std::string(text.data(), end) + " Ohm";
-}
 
 void Count(const Verdict& verdict, ClassCount& count) {
   ++count.simulated;
@@ -62,18 +55,18 @@ std::string ClassDefinition(FaultClass kind, const wiring::ExpectationFacts& fac
   const double upper = std::max(facts.lowerThreshold_ohm, facts.upperThreshold_ohm);
   switch (kind) {
     case FaultClass::Open:
-      return "each contact of each net of two contacts and more is off its net";
+      return "each contact of each net of two or more contacts has come off its net";
     case FaultClass::Short:
       return "each pair of nets and single channels is connected by 0.1 Ohm";
     case FaultClass::ResistiveShort:
-      return "each pair of nets and single channels is connected by " + OhmOf(0.9 * upper) +
+      return "each pair of nets and single channels is connected by " + OhmWord(0.9 * upper, 6) +
              ", 0.9 times the upper threshold";
     case FaultClass::Swapped:
       return "each pair of contacts of different nets is exchanged";
     case FaultClass::Misplaced:
       return "the wire of each contact of a net lies on each channel that belongs to no net";
     case FaultClass::HighResistance:
-      return "each contact of a net has " + OhmOf(1.5 * facts.lowerThreshold_ohm) +
+      return "each contact of a net has " + OhmWord(1.5 * facts.lowerThreshold_ohm, 6) +
              ", 1.5 times the lower threshold";
     case FaultClass::Voltage:
       return "each net and each single channel carries +12 V, and -12 V, against the tester's ground";

@@ -1,17 +1,11 @@
 #include <algorithm>
-#include <array>
-#include <charconv>
 
+#include "bench/proof/NumberWords.h"
 #include "bench/proof/Proof.h"
 
 namespace kxbench::proof {
 
 namespace {
-
-std::string NumberField(double value) {
-  std::array<char, 64> text{};
-  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
-}
 
 /// In quotes where the text holds what ends a field (RFC 4180).
 std::string Quoted(const std::string& text) {
@@ -28,11 +22,11 @@ std::string ChannelField(const ProofFault& fault) {
 }
 
 std::string ValueField(const ProofFault& fault) {
-  if (fault.kind == FaultClass::Voltage) return NumberField(fault.volts) + " V";
+  if (fault.kind == FaultClass::Voltage) return ExactNumber(fault.volts) + " V";
   if (fault.kind == FaultClass::Tester) {
     return "line " + std::to_string(fault.line) + (fault.staysClosed ? " never opens" : " never closes");
   }
-  return fault.ohm > 0 ? NumberField(fault.ohm) + " Ohm" : "";
+  return fault.ohm > 0 ? ExactNumber(fault.ohm) + " Ohm" : "";
 }
 
 std::string FaultLine(const ProvedFault& one) {

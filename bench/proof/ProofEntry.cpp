@@ -1,15 +1,16 @@
-#include <exception>
+#include <string>
 
 #include "bench/proof/CheckStand.h"
 #include "bench/proof/ProofModule.h"
+#include "text/FailureText.h"
 
 void kxProofCheck(const TShortTestData& expectation, const kxbench::proof::DeviceModel& device,
                   kxbench::proof::CheckOutcome& outcome) {
-  try {
+  const std::string failure = shorttest::FailureText([&] {
     static kxbench::proof::CheckStand stand;
     outcome = stand.Check(expectation, device);
-  } catch (const std::exception& error) {
-    outcome = {};
-    outcome.failure = error.what();
-  }
+  });
+  if (failure.empty()) return;
+  outcome = {};
+  outcome.failure = failure;
 }

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <system_error>
 
+#include "bench/proof/NumberWords.h"
+
 namespace kxbench::proof {
 
 namespace {
@@ -23,13 +25,6 @@ constexpr std::array<ClassName, std::size(AllClasses)> ClassNames = {
      {FaultClass::HighResistance, "high-resistance"},
      {FaultClass::Voltage, "voltage"},
      {FaultClass::Tester, "tester"}}};
-
-/// The shortest decimal text that reads back as the same number, whatever the locale.
-template <typename Number>
-std::string ExactText(Number value) {
-  std::array<char, 64> text{};
-  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
-}
 
 /// The words of a text, one after the other.
 class WordReader {
@@ -67,10 +62,10 @@ std::string ClassWord(FaultClass kind) {
 
 std::string FaultWords(const ProofFault& fault) {
   std::string words = ClassWord(fault.kind);
-  words += " " + ExactText(fault.ohm) + " " + ExactText(fault.volts) + " ";
-  words += fault.tauSeconds ? ExactText(*fault.tauSeconds) : "stays";
-  words += " " + ExactText(fault.line) + (fault.staysClosed ? " closed" : " open");
-  for (const Channel channel : fault.channels) words += " " + ExactText(channel);
+  words += " " + ExactNumber(fault.ohm) + " " + ExactNumber(fault.volts) + " ";
+  words += fault.tauSeconds ? ExactNumber(*fault.tauSeconds) : "stays";
+  words += " " + std::to_string(fault.line) + (fault.staysClosed ? " closed" : " open");
+  for (const Channel channel : fault.channels) words += " " + std::to_string(channel);
   return words;
 }
 

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <locale>
 #include <sstream>
+
+#include "bench/proof/NumberWords.h"
 
 namespace kxbench::proof {
 
@@ -20,8 +21,8 @@ constexpr std::array<ReasonName, std::size(AllReasons)> ReasonNames = {
     {{EscapeReason::Excluded, "excluded",
       "take the pair off the list of excluded connections, or test it with an expectation of its own"},
      {EscapeReason::Unknown, "unknown",
-      "say of the pair whether it is connected: learn the harness again, or open the file in the editor and "
-      "save it"},
+      "say of the pair whether it is connected: learn the harness again; or enter one of the texts on the "
+      "editor's page Text, leave it, and save"},
      {EscapeReason::Suspended, "suspended",
       "take the channel off the list of suspended channels once it carries no voltage"},
      {EscapeReason::NotInExpectation, "not-in-expectation", "extend START and ENDE to the channel"},
@@ -47,13 +48,6 @@ const ReasonName& NameOf(EscapeReason reason) {
                        [&](const ReasonName& candidate) { return candidate.reason == reason; });
 }
 
-std::string OhmText(double ohm) {
-  std::array<char, 64> text{};
-  const auto end =
-      std::to_chars(text.data(), text.data() + text.size(), ohm, std::chars_format::general, 3).ptr;
-  return std::string(text.data(), end) + " Ohm";
-}
-
 constexpr const char* Nothing = "-";
 
 }  // namespace
@@ -68,7 +62,7 @@ std::optional<EscapeReason> ReasonFromWord(std::string_view word) {
 
 std::string RemedyFor(const Escape& escape) {
   if (escape.reason == EscapeReason::Threshold && escape.ohm) {
-    return "move the threshold: found once the fault has " + OhmText(*escape.ohm);
+    return "move the threshold: found once the fault has " + OhmWord(*escape.ohm, 3);
   }
   const auto* const limit =
       std::find_if(LimitRemedies.begin(), LimitRemedies.end(),

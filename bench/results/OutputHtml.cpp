@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "bench/results/Markup.h"
 #include "bench/results/Outputs.h"
 #include "bench/results/PlainNumber.h"
+#include "text/Markup.h"
 
 namespace kxbench::results {
 
@@ -54,17 +54,19 @@ std::string UpperCase(std::string_view word) {
 
 std::string Row(const std::string& name, const std::string& value) {
   if (value.empty()) return "";
-  return "<tr><th scope=\"row\">" + MarkupText(name) + "</th><td>" + MarkupText(value) + "</td></tr>\n";
+  return "<tr><th scope=\"row\">" + shorttest::MarkupText(name) + "</th><td>" + shorttest::MarkupText(value) +
+         "</td></tr>\n";
 }
 
 std::string FaultList(const Result& result) {
   std::string text;
-  if (!result.error.empty()) text += "<p class=\"what\">" + MarkupText(result.error) + "</p>\n";
+  if (!result.error.empty()) text += "<p class=\"what\">" + shorttest::MarkupText(result.error) + "</p>\n";
   if (!result.diagnosed) return text;
   text += "<h2>Faults</h2>\n";
   if (result.faults.empty()) return text + "<p>The diagnosis found no faults.</p>\n";
   text += "<ol class=\"faults\">\n";
-  for (const ResultFault& fault : result.faults) text += "<li>" + MarkupText(fault.text) + "</li>\n";
+  for (const ResultFault& fault : result.faults)
+    text += "<li>" + shorttest::MarkupText(fault.text) + "</li>\n";
   return text + "</ol>\n";
 }
 
@@ -79,8 +81,9 @@ std::string RecordTable(const Result& result) {
       "<th class=\"number\">Lower</th><th class=\"number\">Upper</th><th>Unit</th></tr>\n";
   for (const ResultRecord& record : result.records) {
     text += std::string(record.finding ? "<tr class=\"finding\">" : "<tr>") + "<td>" +
-            MarkupText(record.text) + "</td>" + NumberCell(record.value) + NumberCell(record.lower) +
-            NumberCell(record.upper) + "<td>" + MarkupText(record.unit) + "</td></tr>\n";
+            shorttest::MarkupText(record.text) + "</td>" + NumberCell(record.value) +
+            NumberCell(record.lower) + NumberCell(record.upper) + "<td>" +
+            shorttest::MarkupText(record.unit) + "</td></tr>\n";
   }
   return text + "</table>\n";
 }
@@ -92,9 +95,9 @@ std::string NetTable(const Result& result) {
   for (const ExpectedNet& net : result.nets) {
     std::string findings;
     for (const std::string& finding : net.findings)
-      findings += (findings.empty() ? "" : "<br>") + MarkupText(finding);
+      findings += (findings.empty() ? "" : "<br>") + shorttest::MarkupText(finding);
     text += std::string(findings.empty() ? "<tr>" : "<tr class=\"finding\">") + "<td>" +
-            MarkupText(net.label) + "</td><td>" + findings + "</td></tr>\n";
+            shorttest::MarkupText(net.label) + "</td><td>" + findings + "</td></tr>\n";
   }
   return text + "</table>\n";
 }
@@ -122,7 +125,7 @@ std::string Section(const ResultPage& page) {
   const Result& result = page.result;
   const std::string word(VerdictWord(result.verdict));
   std::string text = "<section>\n<h1 class=\"verdict " + word + "\">" + UpperCase(word) + "</h1>\n";
-  text += "<p class=\"what\">" + MarkupText(What(result)) + "</p>\n" + FaultList(result);
+  text += "<p class=\"what\">" + shorttest::MarkupText(What(result)) + "</p>\n" + FaultList(result);
   if (!page.drawing.empty()) text += "<h2>Wiring</h2>\n<div class=\"drawing\">" + page.drawing + "</div>\n";
   return text + RecordTable(result) + NetTable(result) + KnownTable(result) + "</section>\n";
 }
@@ -135,7 +138,7 @@ std::string ResultsHtml(const std::vector<ResultPage>& pages) {
     const Result& result = pages.front().result;
     title = UpperCase(VerdictWord(result.verdict)) + " " + What(result);
   }
-  std::string text = PageHead + MarkupText(title) + PageStyle;
+  std::string text = PageHead + shorttest::MarkupText(title) + PageStyle;
   for (const ResultPage& page : pages) text += Section(page);
   return text + "</body>\n</html>\n";
 }

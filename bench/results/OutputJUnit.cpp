@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "bench/results/Markup.h"
 #include "bench/results/Outputs.h"
 #include "bench/results/PlainNumber.h"
+#include "text/Markup.h"
 
 namespace kxbench::results {
 
@@ -15,11 +15,11 @@ constexpr char ShortText[] = "Kurzschluss zwischen ";
 constexpr char ShortsCase[] = "no short circuits";
 
 std::string Attribute(const std::string& name, const std::string& value) {
-  return " " + name + "=\"" + MarkupText(value) + "\"";
+  return " " + name + "=\"" + shorttest::MarkupText(value) + "\"";
 }
 
 std::string Element(const std::string& name, const std::string& attributes, const std::string& text) {
-  return "<" + name + attributes + ">" + MarkupText(text) + "</" + name + ">";
+  return "<" + name + attributes + ">" + shorttest::MarkupText(text) + "</" + name + ">";
 }
 
 std::string Joined(const std::vector<std::string>& lines) {

@@ -15,7 +15,7 @@ struct StoreOutcome {
   std::string line;  ///< what to tell the user, one line without a line break; empty when there is nothing
 };
 
-struct StoreOptions {
+struct StoreSettings {
   /// The file that keeps results while the server does not answer. Empty: "spool.db" in the user's data
   /// folder.
   std::filesystem::path spool;
@@ -56,7 +56,7 @@ class ResultStore {
 /// server that does not answer is no error here: results go to the spool. Throws std::runtime_error, in one
 /// line without any password, for a URL that is none, a database whose schema is newer than this program's,
 /// and a file that is no database or cannot be written.
-std::unique_ptr<ResultStore> OpenResultStore(const std::string& url, const StoreOptions& options);
+std::unique_ptr<ResultStore> OpenResultStore(const std::string& url, const StoreSettings& settings);
 
 /// Throws std::runtime_error when a database could not hold `value` as it is: it is not UTF-8, holds a NUL
 /// character, or is longer than MostStorableBytes. `what` names it: "--serial".

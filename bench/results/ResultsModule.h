@@ -76,7 +76,7 @@ extern "C" {
 
 /// OpenResultStore.
 KX_RESULTS_MODULE_API void kxOpenResultStore(const std::string& url,
-                                             const kxbench::results::StoreOptions& options,
+                                             const kxbench::results::StoreSettings& settings,
                                              std::unique_ptr<kxbench::results::ModuleStore>& store,
                                              std::string& failure) noexcept;
 
@@ -87,7 +87,7 @@ KX_RESULTS_MODULE_API void kxOpenResultDatabase(const std::string& url, bool mak
 
 }  // extern "C"
 
-using KxOpenResultStore = void (*)(const std::string& url, const kxbench::results::StoreOptions& options,
+using KxOpenResultStore = void (*)(const std::string& url, const kxbench::results::StoreSettings& settings,
                                    std::unique_ptr<kxbench::results::ModuleStore>& store,
                                    std::string& failure);
 using KxOpenResultDatabase = void (*)(const std::string& url, bool make,

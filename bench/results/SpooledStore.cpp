@@ -20,11 +20,11 @@ using End = DatabaseThread::Outcome::End;
 /// The database, and the spool for when it does not answer.
 class SpooledStore : public ResultStore {
  public:
-  SpooledStore(const StoreUrl& url, const StoreOptions& options, std::filesystem::path spoolFile)
+  SpooledStore(const StoreUrl& url, const StoreSettings& settings, std::filesystem::path spoolFile)
       : url_(url),
-        options_(options),
+        settings_(settings),
         spoolFile_(std::move(spoolFile)),
-        thread_(url, options.timeout, spoolFile_) {
+        thread_(url, settings.timeout, spoolFile_) {
     const DatabaseThread::Outcome outcome = AskDatabase([](Database&) {});
     if (outcome.end == End::Done) {
       thread_.DeliverSpool();
@@ -83,19 +83,19 @@ class SpooledStore : public ResultStore {
   /// Leaves a database alone that did not answer a moment ago.
   DatabaseThread::Outcome AskDatabase(DatabaseThread::Task task) {
     if (thread_.IsStuck() || Clock::now() < askAgain_) return lastFailure_;
-    DatabaseThread::Outcome outcome = thread_.Run(std::move(task), options_.timeout);
-    if (outcome.end == End::Late) askAgain_ = Clock::now() + options_.retryAfter;
+    DatabaseThread::Outcome outcome = thread_.Run(std::move(task), settings_.timeout);
+    if (outcome.end == End::Late) askAgain_ = Clock::now() + settings_.retryAfter;
     if (outcome.end != End::Done) lastFailure_ = outcome;
     return outcome;
   }
 
   Spool& OpenSpool() {
-    if (!spool_) spool_ = std::make_unique<Spool>(spoolFile_, options_.timeout, Database::Missing::Make);
+    if (!spool_) spool_ = std::make_unique<Spool>(spoolFile_, settings_.timeout, Database::Missing::Make);
     return *spool_;
   }
 
   StoreUrl url_;
-  StoreOptions options_;
+  StoreSettings settings_;
   std::filesystem::path spoolFile_;
   std::unique_ptr<Spool> spool_;
   Clock::time_point askAgain_{};
@@ -105,10 +105,11 @@ class SpooledStore : public ResultStore {
 
 }  // namespace
 
-std::unique_ptr<ResultStore> OpenResultStore(const std::string& url, const StoreOptions& options) {
+std::unique_ptr<ResultStore> OpenResultStore(const std::string& url, const StoreSettings& settings) {
   const StoreUrl read = ReadStoreUrl(url);
   CheckServerUrl(read);
-  return std::make_unique<SpooledStore>(read, options, options.spool.empty() ? UsersSpool() : options.spool);
+  return std::make_unique<SpooledStore>(read, settings,
+                                        settings.spool.empty() ? UsersSpool() : settings.spool);
 }
 
 }  // namespace kxbench::results

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "bench/results/Markup.h"
 #include "bench/results/PlainNumber.h"
 #include "bench/results/SummaryPlots.h"
+#include "text/Markup.h"
 
 namespace kxbench::results {
 
@@ -62,7 +62,7 @@ std::string ValueCell(const std::string& shown, const std::optional<double>& val
 std::string CountCell(std::int64_t count) { return ValueCell(CountText(count), static_cast<double>(count)); }
 
 std::string NameCell(const std::string& name) {
-  return "<td class=\"name\">" + (name.empty() ? "<i>none</i>" : MarkupText(name)) + "</td>";
+  return "<td class=\"name\">" + (name.empty() ? "<i>none</i>" : shorttest::MarkupText(name)) + "</td>";
 }
 
 std::string TotalTable(const std::string& id, const std::string& what, const std::vector<Total>& totals) {
@@ -170,7 +170,7 @@ std::string DaySection(const std::vector<Total>& days) {
 
 std::string SummaryPage(const ResultSummary& summary, const std::vector<std::string>& about) {
   std::string text = std::string(SummaryHead) + "<h1>Results of checks</h1>\n";
-  for (const std::string& line : about) text += "<p>" + MarkupText(line) + "</p>\n";
+  for (const std::string& line : about) text += "<p>" + shorttest::MarkupText(line) + "</p>\n";
   text += Figures(summary.all);
   text += SuspectSection(summary);
   text += FaultSection(summary);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "bench/results/Markup.h"
+#include "text/Markup.h"
 #include "text/Utf8.h"
 
 namespace kxbench::results {
@@ -21,7 +21,7 @@ std::string L(double length) {
 
 std::string Begin(const std::string& title, double height) {
   return "<svg viewBox=\"0 0 " + L(Width) + " " + L(height) + "\" role=\"img\" aria-label=\"" +
-         MarkupText(title) + "\">\n<title>" + MarkupText(title) + "</title>\n";
+         shorttest::MarkupText(title) + "\">\n<title>" + shorttest::MarkupText(title) + "</title>\n";
 }
 
 std::string Line(double x1, double y1, double x2, double y2, const char* style) {
@@ -30,8 +30,8 @@ std::string Line(double x1, double y1, double x2, double y2, const char* style) 
 }
 
 std::string Label(double x, double y, const char* anchor, const std::string& text) {
-  return "<text x=\"" + L(x) + "\" y=\"" + L(y) + "\" text-anchor=\"" + anchor + "\">" + MarkupText(text) +
-         "</text>\n";
+  return "<text x=\"" + L(x) + "\" y=\"" + L(y) + "\" text-anchor=\"" + anchor + "\">" +
+         shorttest::MarkupText(text) + "</text>\n";
 }
 
 /// At most `most` characters, with an ellipsis in place of the rest.
@@ -47,7 +47,7 @@ std::string Shortened(const std::string& text, std::size_t most) {
 
 std::string Bar(double x, double y, double width, double height, const std::string& tip) {
   return "<rect x=\"" + L(x) + "\" y=\"" + L(y) + "\" width=\"" + L(width) + "\" height=\"" + L(height) +
-         "\" class=\"bar\"><title>" + MarkupText(tip) + "</title></rect>\n";
+         "\" class=\"bar\"><title>" + shorttest::MarkupText(tip) + "</title></rect>\n";
 }
 
 constexpr double RowHeight = 24;
@@ -85,7 +85,7 @@ std::string Path(const Curve& curve, const char* style) {
 
 std::string Dot(double x, double y, const char* style, const std::string& tip) {
   return "<circle cx=\"" + L(x) + "\" cy=\"" + L(y) + "\" r=\"2.5\" class=\"" + style + "\"><title>" +
-         MarkupText(tip) + "</title></circle>\n";
+         shorttest::MarkupText(tip) + "</title></circle>\n";
 }
 
 std::string Percent(double share) {

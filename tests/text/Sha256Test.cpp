@@ -35,6 +35,6 @@ INSTANTIATE_TEST_SUITE_P(
                                 "ffe054fe7ae0cb6dc65c3af9b61d5209f439851db43d0ba5997337df154668eb"},
                     KnownDigest{"AMillionLetters", std::string(1000000, 'a'),
                                 "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0"}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& row) { return row.param.name; });
 
 }  // namespace

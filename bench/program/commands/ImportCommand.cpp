@@ -61,7 +61,7 @@ class ImportCommand : public Command {
            "wrote.\n"
            "Pins of one net are connected, all others are not. A FILE that exists keeps its thresholds and "
            "options.\n"
-           "With --assign the map goes to the file of --map, or beside FILE: cable.dat has cable.map.csv.";
+           "With --assign the map goes to the file of --map, or beside FILE: cable.map.csv for cable.dat.";
   }
 
   void Declare(OptionList& list) override {
@@ -74,8 +74,7 @@ class ImportCommand : public Command {
     options_.DeclareIn(list);
     list.Flag("--dry-run", "Write nothing", dryRun_);
     list.Words("--format", ImportFormatWords, "A summary to read, or the wiring as one JSON object", format_);
-    list.Flag("--overwrite", "Replace a FILE that is damaged by a new expectation, without asking",
-              overwrite_);
+    list.Flag("--overwrite", "Replace a FILE that is damaged, and a map that differs", overwrite_);
   }
 
   ExitStatus Run(const CommonOptions& /*common*/) override {

@@ -50,8 +50,7 @@ class LearnCommand : public Command {
     list.Words("--near-threshold", NearThresholdWords,
                "On a resistance near the threshold (default: ask on a terminal, else ignore)",
                nearThreshold_);
-    list.Flag("--overwrite", "Replace a FILE that is damaged by a new expectation, without asking",
-              overwrite_);
+    list.Flag("--overwrite", "Put a new expectation in place of a damaged FILE, without asking", overwrite_);
   }
 
   ExitStatus Run(const CommonOptions& common) override {

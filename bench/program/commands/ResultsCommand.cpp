@@ -67,8 +67,7 @@ class ResultsCommand : public Command {
            "forward    deliver what waits in the spool to the database, once\n"
            "export     every result, to standard output or -o FILE (--format csv, jsonl)\n"
            "\n"
-           "Days and times are UTC. A day for --to is meant in whole, a moment is the first that is not "
-           "meant.\n"
+           "Days and times are UTC. --to with a day includes that day; with a moment, everything before it.\n"
            "Exit status 0, or 2 when it could not be done.";
   }
 

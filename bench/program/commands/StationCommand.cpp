@@ -27,7 +27,8 @@ cancels a check, whose result is "cancelled". What is scanned while a check runs
 it has ended, and checked when Enter is pressed: its device was not connected yet. --type-ahead
 check takes it as it stands. From a file or a pipe every line is checked in turn.
 
-Exit status: 0 when the user ended it, whatever was found; 2 when a result could not be stored.)";
+Exit status: 0 when the user ended it, whatever was found; 2 when a result could not be stored;
+3 when a signal ended it.)";
 
 /// More than anybody reads; the number of earlier checks counts.
 constexpr std::size_t MostEarlier = 100;

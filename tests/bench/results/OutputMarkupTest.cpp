@@ -2,7 +2,6 @@
 
 #include <pugixml.hpp>
 
-#include "bench/results/Markup.h"
 #include "bench/results/Outputs.h"
 #include "tests/bench/results/ResultExamples.h"
 #include "text/Utf8.h"
@@ -27,14 +26,6 @@ std::size_t Count(const ParsedXml& xml, const std::string& path) {
 
 std::string Value(const ParsedXml& xml, const std::string& path) {
   return xml.document.select_node(SuitePath(path).c_str()).attribute().value();
-}
-
-TEST(MarkupText, EscapesMarkupAndDropsWhatXmlForbids) {
-  EXPECT_EQ(MarkupText("a<b>&\"'"), "a&lt;b&gt;&amp;&quot;&#39;");
-  EXPECT_EQ(MarkupText("\t\r\n"), "&#9;&#13;&#10;");
-  EXPECT_EQ(MarkupText(std::string_view("\0\x1b", 2)), "\xEF\xBF\xBD\xEF\xBF\xBD");
-  EXPECT_EQ(MarkupText("\xff\xEF\xBF\xBE"), "\xEF\xBF\xBD\xEF\xBF\xBD");
-  EXPECT_EQ(MarkupText("Prüfling \xF0\x9F\x94\x8C"), "Prüfling \xF0\x9F\x94\x8C");
 }
 
 TEST(OutputJUnit, HasACaseForEachNetAndOneForShorts) {

@@ -16,7 +16,7 @@ using testing::HasSubstr;
 class ResultsProcessTest : public testing::Test {
  protected:
   ResultsProcessTest() {
-    StoreOptions options;
+    StoreSettings options;
     options.spool = folder_.Path() / "spool.db";
     const auto store = OpenResultStore(url_, options);
     store->Store(failed_);
@@ -102,7 +102,7 @@ TEST_F(ResultsProcessTest, ExportsWithoutFormulas) {
 }
 
 TEST_F(ResultsProcessTest, ForwardsWhatWaits) {
-  StoreOptions options;
+  StoreSettings options;
   options.spool = folder_.Path() / "spool.db";
   const Result waiting = PassedCheck("SN 3", 3);
   const std::string nowhere = "postgresql://kx@127.0.0.1:1/db";

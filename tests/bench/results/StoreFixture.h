@@ -45,7 +45,7 @@ class StoreTest : public testing::Test {
   int Waiting() const { return Number(SpoolUrl(), "select count(*) from waiting"); }
 
   TemporaryFolder folder_;
-  StoreOptions options_{.spool = folder_.Path() / "spool.db"};
+  StoreSettings options_{.spool = folder_.Path() / "spool.db"};
 };
 
 /// The same for both databases: "sqlite" and "postgresql".

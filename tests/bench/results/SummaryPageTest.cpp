@@ -19,7 +19,7 @@ using PageNumbers = nlohmann::json;
 class SummaryPageTest : public testing::Test {
  protected:
   SummaryPageTest() {
-    StoreOptions options;
+    StoreSettings options;
     options.spool = folder_.Path() / "spool.db";
     const auto store = OpenResultStore(url_, options);
     for (int i = 0; i < 24; ++i) {

@@ -1,10 +1,10 @@
-#include "bench/results/Markup.h"
+#include "text/Markup.h"
 
 #include <cstddef>
 
 #include "text/Utf8.h"
 
-namespace kxbench::results {
+namespace shorttest {
 
 namespace {
 
@@ -43,7 +43,7 @@ std::string AsciiMarkup(char c) {
 std::string MarkupText(std::string_view text) {
   std::string markup;
   while (!text.empty()) {
-    const std::size_t size = shorttest::Utf8CharacterSize(text);
+    const std::size_t size = Utf8CharacterSize(text);
     const std::string_view character = text.substr(0, size == 0 ? 1 : size);
     if (size == 0 || IsNoCharacter(character)) {
       markup += Replacement;
@@ -57,4 +57,4 @@ std::string MarkupText(std::string_view text) {
   return markup;
 }
 
-}  // namespace kxbench::results
+}  // namespace shorttest
