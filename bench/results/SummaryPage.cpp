@@ -26,6 +26,7 @@ table { border-collapse: collapse; width: 100%; }
 th, td { text-align: right; vertical-align: top; padding: .2em 0 .2em .8em; border-bottom: 1px solid #ccc; white-space: nowrap; }
 th { font-weight: normal; color: #555; vertical-align: bottom; white-space: normal; }
 td.name, th.name { text-align: left; padding-left: 0; white-space: normal; overflow-wrap: anywhere; }
+.name + td.name, .name + th.name { padding-left: .8em; min-width: 5.5em; }
 .figures { display: flex; flex-wrap: wrap; gap: 1em 2.5em; margin: 1em 0; }
 .figures div { font-size: .9em; color: #555; }
 .figures b { display: block; font-size: 2em; font-weight: bold; color: #1a1a1a; line-height: 1.2; }

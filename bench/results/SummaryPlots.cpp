@@ -109,7 +109,7 @@ std::string ParetoPlot(const std::string& title, const std::vector<PlotBar>& bar
   Curve sumSoFar;
   std::string dots;
   double sum = 0;
-  double y = 4 + RowHeight / 2;
+  double y = 4 + RowHeight;  // below the row, where the curve crosses no number
   for (const PlotBar& bar : bars) {
     sum += bar.value;
     const double x = NameWidth + std::min(sum / inAll, 1.0) * Longest;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -7,6 +8,7 @@
 #include "bench/documents/Drawing.h"
 #include "bench/program/Commands.h"
 #include "bench/program/DeviceDiagnosis.h"
+#include "bench/program/DocumentOptions.h"
 #include "bench/program/ExpectationGate.h"
 #include "bench/program/Failure.h"
 #include "bench/program/Guard.h"
@@ -40,19 +42,24 @@ class DrawCommand : public Command {
   std::string Name() const override { return "draw"; }
   std::string Summary() const override { return "Draw a wiring diagram of what FILE expects"; }
   std::string Notes() const override {
-    return "PICTURE is an SVG file or, where its name ends in .html, a page on which a click on a net shows "
-           "it alone;\n"
-           "- writes SVG to standard output. The channels' names come from the project's ini file.\n"
+    return "FILE is an expectation file or a document (see kxbench import). PICTURE is an SVG file or, where "
+           "its name ends\n"
+           "in .html, a page on which a click on a net shows it alone; - writes SVG to standard output. The "
+           "names of an\n"
+           "expectation's channels come from the project's ini file; --map gives a document's pins their "
+           "channels.\n"
            "--faults stands after FILE. Without RESULT it measures the connected device, as kxbench diagnose "
            "does; RESULT\n"
            "is what kxbench diagnose --format json printed. Exit status 1 when faults were marked.";
   }
 
   void Declare(OptionList& list) override {
-    list.Argument("FILE", "Expectation file", Needed::Yes, file_);
+    list.Argument("FILE", "Expectation file or document", Needed::Yes, file_);
     list.Value("-o", "PICTURE", "File for the drawing, .svg or .html; needed", picture_);
     list.Value("--faults", "RESULT", "Mark the faults of RESULT, or of the connected device", faults_)
         .valueOptional = true;
+    list.Value("--map", "MAP", "Which pin is on which channel: a table with connector, pin, channel", map_);
+    documentOptions_.DeclareIn(list);
     list.Show({"--device", "--project", "--progress"});
   }
 
@@ -60,6 +67,11 @@ class DrawCommand : public Command {
     if (!picture_) throw Failure("draw needs -o PICTURE.svg or -o PICTURE.html (see kxbench draw --help)");
     const PictureFormat format = PictureFormatOf(*picture_);
     RequirePlace();
+    const std::string content = shorttest::ReadWholeFile(
+        shorttest::AbsolutePath(file_), documents::MostDocumentBytes, shorttest::ReadFrom::Anything);
+    if (!documents::IsExpectation(content)) return DrawDocument(format);
+    if (map_) throw Failure("--map: " + file_ + " is an expectation file and takes no map");
+
     HostSetup host(common, file_);
     const wiring::ChannelNames names(host.CurrentProject().IniFile());
     const bool measures = faults_ && faults_->empty();
@@ -85,9 +97,7 @@ class DrawCommand : public Command {
       marked = ReadFaults(picture);
     }
     interaction.HideProgress();
-    Save(format == PictureFormat::Svg ? documents::SvgOf(picture, marked.faults)
-                                      : documents::HtmlOf(picture, marked.faults),
-         marked.faults.size());
+    Save(format, picture, marked);
     return marked.status;
   }
 
@@ -97,13 +107,39 @@ class DrawCommand : public Command {
     ExitStatus status = ExitStatus::NoFindings;
   };
 
+  ExitStatus DrawDocument(PictureFormat format) const {
+    if (faults_ && faults_->empty()) {
+      throw Failure("--faults: " + file_ + " is a document: measuring a device needs an expectation file");
+    }
+    Interaction interaction(Surface::Silent, std::nullopt);
+    try {
+      documents::DocumentRead read = documentOptions_.Read(file_, !map_);
+      std::map<documents::Pin, std::int32_t> channels;
+      if (map_ || read.ownMap) {
+        const documents::ChannelMap map = map_ ? MapInFile(*map_) : std::move(*read.ownMap);
+        JoinUnmapped(read.document, map);
+        for (const auto& [channel, pin] : documents::WiringOf(read.document, map).pins)
+          channels[pin] = channel;
+      }
+      TellWarnings(read.document, interaction);
+      const documents::HarnessPicture picture =
+          documents::PictureOf(read.document, Utf8FromPath(PathFromUtf8(file_).filename()), channels);
+      const Marked marked = faults_ ? ReadFaults(picture) : Marked();
+      Save(format, picture, marked);
+      return marked.status;
+    } catch (const documents::MapError& error) {
+      for (const std::string& line : error.Lines()) interaction.Tell(OneLine(line));
+      return ExitStatus::Failed;
+    }
+  }
+
   /// Finds out what keeps the picture from being saved before anything is measured.
   void RequirePlace() const {
     if (*picture_ == ToStandardOutput) return;
     RequireSavable(*picture_);
     std::error_code none;
     if (std::filesystem::equivalent(PathFromUtf8(*picture_), PathFromUtf8(file_), none)) {
-      throw Failure("-o " + *picture_ + ": the drawing would replace the expectation");
+      throw Failure("-o " + *picture_ + ": the drawing would replace FILE");
     }
   }
 
@@ -138,7 +174,10 @@ class DrawCommand : public Command {
     return marked;
   }
 
-  void Save(const std::string& text, std::size_t faults) const {
+  void Save(PictureFormat format, const documents::HarnessPicture& picture, const Marked& marked) const {
+    const std::size_t faults = marked.faults.size();
+    const std::string text = format == PictureFormat::Svg ? documents::SvgOf(picture, marked.faults)
+                                                          : documents::HtmlOf(picture, marked.faults);
     if (*picture_ == ToStandardOutput) return StandardOutput().Write(text);
     try {
       shorttest::ReplaceWholeFile(shorttest::AbsolutePath(*picture_), text);
@@ -153,6 +192,8 @@ class DrawCommand : public Command {
   std::string file_;
   std::optional<std::string> picture_;
   std::optional<std::string> faults_;  // empty: of the connected device
+  std::optional<std::string> map_;
+  DocumentOptions documentOptions_;
 };
 
 }  // namespace

@@ -124,6 +124,31 @@ TEST_F(DrawProcess, ADiagnosisThatWasKeptGivesTheSameDrawing) {
   EXPECT_EQ(BytesOf(In("kept.svg")), BytesOf(In("measured.svg")));
 }
 
+TEST_F(DrawProcess, DocumentsAreDrawnWithAndWithoutTheirMap) {
+  const fs::path folder = DrawnExamples() / "trailer-adapter";
+  const auto draw = [&](const std::string& ending, const std::vector<std::string>& options) {
+    Process process;
+    process.program = KXBENCH_PROGRAM;
+    process.arguments = {"draw", (folder / ("trailer-adapter" + ending)).string(), "-o", "p.svg"};
+    process.arguments.insert(process.arguments.end(), options.begin(), options.end());
+    process.folder = folder_.Path().string();
+    process.environment["LC_ALL"] = "C";
+    return process.Run();
+  };
+  for (const std::string ending : {".csv", ".yml", ".kbl"}) {
+    SCOPED_TRACE(ending);
+    const ProcessResult alone = draw(ending, {});
+    EXPECT_EQ(alone.status, 0) << alone.errors;
+    const std::string plain = BytesOf(In("p.svg"));
+    EXPECT_THAT(plain, StartsWith("<svg"));
+    EXPECT_EQ(draw(ending, {"--map", (folder / "trailer-adapter.map.csv").string()}).status, 0);
+    EXPECT_NE(BytesOf(In("p.svg")), plain) << "the channels stand beside the pins";
+  }
+  const ProcessResult measured = draw(".csv", {"--faults"});
+  EXPECT_EQ(measured.status, 2);
+  EXPECT_THAT(measured.errors, HasSubstr("measuring a device needs an expectation file"));
+}
+
 struct RefusedDrawing {
   const char* name;
   std::vector<std::string> options;

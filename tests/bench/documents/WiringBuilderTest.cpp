@@ -7,7 +7,7 @@ namespace {
 
 using testing::ElementsAre;
 
-std::vector<std::vector<std::string>> NetTexts(const WiringDocument& document) {
+std::vector<std::vector<std::string>> PinTextsByNet(const WiringDocument& document) {
   std::vector<std::vector<std::string>> texts;
   for (const DocumentNet& net : document.nets) {
     auto& pins = texts.emplace_back();
@@ -37,7 +37,7 @@ TEST_F(WiringBuilderTest, WiresMakeNetsAndPinsAloneAreNetsOfOne) {
   Wire({"X2", "1"}, {"X3", "1"});
   At("X1", "2");
   const WiringDocument document = builder_.Take();
-  EXPECT_THAT(NetTexts(document), ElementsAre(ElementsAre("X1.1", "X2.1", "X3.1"), ElementsAre("X1.2")));
+  EXPECT_THAT(PinTextsByNet(document), ElementsAre(ElementsAre("X1.1", "X2.1", "X3.1"), ElementsAre("X1.2")));
   EXPECT_EQ(document.connectors, 3U);
   EXPECT_EQ(document.wires, 2U);
   EXPECT_EQ(document.splices, 0U);
@@ -62,7 +62,7 @@ TEST_F(WiringBuilderTest, ASpliceJoinsItsWiresAndVanishes) {
   Wire({"X3", "1"}, {"S1", "3"});
   builder_.MakeSplice("S1");
   const WiringDocument document = builder_.Take();
-  EXPECT_THAT(NetTexts(document), ElementsAre(ElementsAre("X1.1", "X2.1", "X3.1")));
+  EXPECT_THAT(PinTextsByNet(document), ElementsAre(ElementsAre("X1.1", "X2.1", "X3.1")));
   EXPECT_EQ(document.splices, 1U);
   EXPECT_EQ(document.connectors, 3U);
   EXPECT_EQ(document.wires, 3U);
