@@ -69,7 +69,7 @@ ForeignLines::ForeignLines(const std::filesystem::path& path)
 
 std::string AppendLine(const std::filesystem::path& path, std::string_view line, std::string_view start) {
   LockedLineFile file(path);
-  const std::string torn = file.Unfinished(start);
+  std::string torn = file.Unfinished(start);
   if (!torn.empty()) {
     std::filesystem::path aside = path;
     aside += ".torn";

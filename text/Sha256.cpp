@@ -78,10 +78,10 @@ std::string Sha256(std::string_view bytes) {
   for (; bytes.size() >= BlockBytes; bytes.remove_prefix(BlockBytes)) AddBlock(state, bytes);
   for (std::string_view rest = tail; !rest.empty(); rest.remove_prefix(BlockBytes)) AddBlock(state, rest);
 
-  constexpr std::string_view Digits = "0123456789abcdef";
+  constexpr std::string_view HexDigits = "0123456789abcdef";
   std::string text;
   for (const std::uint32_t word : state) {
-    for (unsigned shift = 32; shift > 0; shift -= 4) text += Digits[word >> (shift - 4) & 0xFU];
+    for (unsigned shift = 32; shift > 0; shift -= 4) text += HexDigits[word >> (shift - 4) & 0xFU];
   }
   return text;
 }

@@ -46,13 +46,21 @@ void DocumentOptions::DeclareIn(OptionList& list) {
       .repeatable = true;
 }
 
+namespace {
+
+Failure UnknownSplice(const std::string& file, const std::string& splice) {
+  return Failure("--splices: " + file + " has no connector " + splice);
+}
+
+}  // namespace
+
 documents::DocumentRead DocumentOptions::Read(const std::string& file, bool wantsOwnMap) const {
   documents::DocumentRead read = documents::ReadDocument({file, from_, prepend_, columns_, wantsOwnMap});
   for (const std::string& splice : splices_) {
     const auto& pins = read.document.pins;
     const bool known =
         std::any_of(pins.begin(), pins.end(), [&](const auto& pin) { return pin.pin.connector == splice; });
-    if (!known) throw Failure("--splices: " + file + " has no connector " + splice);
+    if (!known) throw UnknownSplice(file, splice);
   }
   read.document = documents::WithSplices(read.document, splices_);
   return read;

@@ -97,18 +97,20 @@ std::string Bar(const ClassCount& count) {
          "%\"></i></div>";
 }
 
+std::string ClassRow(const ClassCount& count, const Proof& proof) {
+  const std::string word = ClassWord(count.kind);
+  return "<tr id=\"class-" + word + "\"><td>" + word + "<div class=\"note\">" +
+         MarkupText(ClassDefinition(count.kind, proof.facts)) + "</div></td>" + NumberCell(count.total) +
+         NumberCell(count.simulated) + NumberCell(count.found) + NumberCell(count.escaped) + "<td>" +
+         Bar(count) + "</td></tr>\n";
+}
+
 std::string Classes(const Proof& proof) {
   std::string html =
       "<h2>Coverage</h2>\n<table id=\"classes\">\n<tr><th>Class</th><th class=\"n\">Faults</th>"
       "<th class=\"n\">Simulated</th><th class=\"n\">Found</th><th class=\"n\">Escaped</th><th>Coverage</th>"
       "</tr>\n";
-  for (const ClassCount& count : proof.Classes()) {
-    const std::string word = ClassWord(count.kind);
-    html += "<tr id=\"class-" + word + "\"><td>" + word + "<div class=\"note\">" +
-            MarkupText(ClassDefinition(count.kind, proof.facts)) + "</div></td>" + NumberCell(count.total) +
-            NumberCell(count.simulated) + NumberCell(count.found) + NumberCell(count.escaped) + "<td>" +
-            Bar(count) + "</td></tr>\n";
-  }
+  for (const ClassCount& count : proof.Classes()) html += ClassRow(count, proof);
   html += "</table>\n<p>" + std::to_string(proof.capacitors) +
           " capacitors that discharge in half of the waiting time must not be reported: " +
           std::to_string(proof.falseAlarms.size()) + " were.</p>\n";

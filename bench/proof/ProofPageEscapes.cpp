@@ -104,7 +104,7 @@ std::string EscapeMatrix(const Proof& proof) {
     escaped.insert(std::minmax(one->fault.channels.front(), one->fault.channels.back()));
   }
   std::string html = "<h2>Shorts that escape</h2>\n";
-  const auto channels = static_cast<std::size_t>(proof.facts.lastChannel - proof.facts.firstChannel + 1);
+  const auto channels = static_cast<std::size_t>(proof.facts.lastChannel - proof.facts.firstChannel) + 1;
   if (escaped.empty()) return html + "<p id=\"matrix\">None: every short is found.</p>\n";
   if (channels > MostMatrixChannels) {
     return html + "<p id=\"matrix\">" + std::to_string(escaped.size()) +

@@ -28,11 +28,13 @@ inline std::string Lines(std::initializer_list<std::string_view> lines) {
   return text;
 }
 
-inline std::string ReplaceAll(std::string text, std::string_view what, std::string_view with) {
-  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + with.size())) {
-    text.replace(at, what.size(), with);
+inline std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with) {
+  std::string replaced;
+  for (std::size_t at = text.find(what); at != std::string_view::npos; at = text.find(what)) {
+    replaced.append(text.substr(0, at)).append(with);
+    text.remove_prefix(at + what.size());
   }
-  return text;
+  return replaced.append(text);
 }
 
 /// How often `what` stands in `text`.

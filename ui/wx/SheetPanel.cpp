@@ -62,7 +62,7 @@ SheetPanel::SheetPanel(wxWindow* parent) : wxPanel(parent) {
   });
 }
 
-void SheetPanel::Show(const StationSheet& sheet) {
+void SheetPanel::ShowSheet(const StationSheet& sheet) {
   sheet_ = sheet;
   drawnFor_ = wxSize();
   Refresh();

@@ -12,7 +12,7 @@ class SheetPanel : public wxPanel {
  public:
   explicit SheetPanel(wxWindow* parent);
 
-  void Show(const StationSheet& sheet);
+  void ShowSheet(const StationSheet& sheet);
   bool AcceptsFocus() const override { return false; }
   bool AcceptsFocusFromKeyboard() const override { return false; }
 

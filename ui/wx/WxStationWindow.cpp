@@ -168,7 +168,7 @@ void WxStationWindow::KeepKeyboard() {
   if (frame_->IsActive() && wxWindow::FindFocus() != field_) field_->SetFocus();
 }
 
-void WxStationWindow::ShowSheet(const StationSheet& sheet) { sheet_->Show(sheet); }
+void WxStationWindow::ShowSheet(const StationSheet& sheet) { sheet_->ShowSheet(sheet); }
 
 void WxStationWindow::SetPrompt(const std::string& prompt) {
   const wxString label = StationText(prompt) + ":";
