@@ -78,7 +78,9 @@ int WriteToOutput(std::string_view text) {
   // Line by line: the C library gives lines their end, and counts it.
   while (!text.empty()) {
     const std::size_t line = std::min(text.find('\n'), text.size() - 1) + 1;
-    if (_write(1, text.data(), static_cast<unsigned>(line)) < 0) return errno;
+    std::string written(text.substr(0, line));
+    if (written.ends_with("\r\n")) written.erase(line - 2, 1);
+    if (_write(1, written.data(), static_cast<unsigned>(written.size())) < 0) return errno;
     text.remove_prefix(line);
   }
   return 0;

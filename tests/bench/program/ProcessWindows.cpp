@@ -46,7 +46,7 @@ struct Pipe {
     if (!CreatePipe(reading.Address(), writing.Address(), nullptr, 0)) Fail("pipe");
     SetHandleInformation(writing.Get(), HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
   }
-  /// Reads until the other side is closed. The line ends are those of the C library for text.
+  /// Reads until the other side is closed. CR and LF are one line end, as the C library has it for text.
   std::string ReadAll() {
     std::string text;
     std::array<char, 4096> buffer{};
@@ -54,7 +54,7 @@ struct Pipe {
          ReadFile(reading.Get(), buffer.data(), buffer.size(), &count, nullptr) && count > 0;) {
       text.append(buffer.data(), count);
     }
-    std::erase(text, '\r');
+    for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos; ++at) text.erase(at, 1);
     return text;
   }
   Handle reading;

@@ -12,6 +12,13 @@ namespace {
 
 using testing::HasSubstr;
 
+/// On Windows every line of standard output ends with CR and LF, and is read as a text's.
+#ifdef _WIN32
+constexpr char CsvEnd[] = "\n";
+#else
+constexpr char CsvEnd[] = "\r\n";
+#endif
+
 /// The program with the module, and a database of two results.
 class ResultsProcessTest : public testing::Test {
  protected:
@@ -89,8 +96,9 @@ TEST_F(ResultsProcessTest, SumsUp) {
 TEST_F(ResultsProcessTest, ExportsWithoutFormulas) {
   const ProcessResult csv = Kxbench({"export", "--format", "csv"});
   EXPECT_THAT(csv.output,
-              testing::StartsWith("id,started,seconds,verdict,serial,part,operator,station,expectation,"
-                                  "sha256,diagnosis\r\n"));
+              testing::StartsWith(std::string("id,started,seconds,verdict,serial,part,operator,station,"
+                                              "expectation,sha256,diagnosis") +
+                                  CsvEnd));
   EXPECT_THAT(csv.output, HasSubstr(",'=SN 1,"));
   EXPECT_THAT(csv.output, HasSubstr(",2.5,"));
   const ProcessResult lines = Kxbench({"export", "--format", "jsonl", "-o", "all.jsonl"});
