@@ -13,8 +13,9 @@ namespace {
 
 constexpr std::string_view NoBreakSpace = "\xC2\xA0";
 
-/// Spreadsheets leave blanks at the ends of fields, those that do not break too, and line breaks inside.
-std::string Cleaned(std::string_view text) {
+}  // namespace
+
+std::string CleanedField(std::string_view text) {
   for (bool changed = true; changed;) {
     text = shorttest::Trim(text);
     changed = text.starts_with(NoBreakSpace) || text.ends_with(NoBreakSpace);
@@ -30,8 +31,6 @@ std::string Cleaned(std::string_view text) {
   }
   return cleaned;
 }
-
-}  // namespace
 
 CsvScanner::CsvScanner(std::string fileName, std::string_view text, char separator)
     : fileName_(std::move(fileName)), rest_(text), separator_(separator) {}
@@ -105,7 +104,7 @@ CsvCell CsvScanner::ReadCell() {
       }
     }
   }
-  cell.text = Cleaned(cell.text);
+  cell.text = CleanedField(cell.text);
   return cell;
 }
 

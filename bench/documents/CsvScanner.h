@@ -27,6 +27,10 @@ struct CsvRow {
   std::size_t line = 0;
 };
 
+/// A text without the blanks that spreadsheets leave at the ends of fields, those that do not break too, and
+/// with a blank for each run of line breaks and tabs inside.
+std::string CleanedField(std::string_view text);
+
 /// Reads a table row by row. Lines end with CRLF, LF or CR; fields may be quoted, with quotes doubled inside.
 /// Left out: empty lines, rows without any content, and lines that begin with "#" or "//".
 class CsvScanner {

@@ -32,8 +32,8 @@ std::vector<std::string> SplitAt(const std::string& text, std::string_view separ
   std::vector<std::string> parts;
   for (std::size_t begin = 0; begin <= text.size();) {
     const std::size_t end = std::min(text.find_first_of(separators, begin), text.size());
-    const std::string_view part = shorttest::Trim(std::string_view(text).substr(begin, end - begin));
-    if (!part.empty()) parts.emplace_back(part);
+    const std::string part = CleanedField(std::string_view(text).substr(begin, end - begin));
+    if (!part.empty()) parts.push_back(part);
     begin = end + 1;
   }
   return parts;
@@ -247,8 +247,8 @@ Pin PlaceSplitter::Split(const std::string& text) const {
   const std::size_t at =
       *best == 0 ? std::string::npos : text.rfind(Splitters[static_cast<std::size_t>(best - counts_)]);
   if (at == std::string::npos || at == 0 || at + 1 == text.size()) return {text, ""};
-  return {std::string(shorttest::Trim(std::string_view(text).substr(0, at))),
-          std::string(shorttest::Trim(std::string_view(text).substr(at + 1)))};
+  return {CleanedField(std::string_view(text).substr(0, at)),
+          CleanedField(std::string_view(text).substr(at + 1))};
 }
 
 std::vector<std::string> PlaceSplitter::PlacesIn(const std::string& text) {

@@ -247,5 +247,11 @@ TEST(CsvFieldTest, IsQuotedWhereItWouldBeReadOtherwise) {
   EXPECT_EQ(CsvField("//"), "\"//\"");
 }
 
+TEST(WiringListReader, BlanksThatDoNotBreakAreNoPartOfAConnector) {
+  const WiringDocument document = ReadWiringList("list.csv", "net,pins\nN1,X1\u00A0.1,X2.1\n");
+  ASSERT_EQ(document.pins.size(), 2U);
+  EXPECT_EQ(document.pins[0].pin, (Pin{"X1", "1"}));
+}
+
 }  // namespace
 }  // namespace kxbench::documents
