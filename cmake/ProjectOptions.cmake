@@ -25,10 +25,32 @@ if(WIN32)
     UNICODE _UNICODE _WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN NOMINMAX=1)
 endif()
 
+# Sanitizers are for finding mistakes early, so what is watched by them compiles fast; but the rooms where tests compute
+# most are optimised.
+macro(optimise_room)
+  if(SHORTTEST_SANITIZE AND NOT SHORTTEST_FUZZ)
+    add_compile_options(-O1)
+  endif()
+endmacro()
+
+if(SHORTTEST_COVERAGE)
+  add_compile_options(-fprofile-instr-generate -fcoverage-mapping)
+  add_link_options(-fprofile-instr-generate)
+endif()
+
 if(SHORTTEST_SANITIZE)
   add_compile_options(-fsanitize=${SHORTTEST_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${SHORTTEST_SANITIZE})
 endif()
+
+# leave_no_symbol_open(LIBRARY): a module for whose symbols nobody would answer does not link. Those of the sanitizers
+# come from the program that loads it.
+function(leave_no_symbol_open library)
+  if(NOT WIN32 AND NOT SHORTTEST_SANITIZE)
+    target_link_options(${library} PRIVATE "LINKER:--no-undefined")
+  endif()
+endfunction()
+
 if(SHORTTEST_FUZZ)
   # Without the tracing of every comparison, which halves the speed: corpus and dictionary know the words.
   add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-coverage=trace-cmp)

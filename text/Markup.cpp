@@ -8,7 +8,7 @@ namespace shorttest {
 
 namespace {
 
-constexpr std::string_view Replacement = "\xEF\xBF\xBD";
+constexpr std::string_view ReplacementText = "\xEF\xBF\xBD";
 
 /// U+FFFE and U+FFFF are characters to UTF-8, and none to XML.
 bool IsNoCharacter(std::string_view character) {
@@ -34,7 +34,7 @@ std::string AsciiMarkup(char c) {
     case '\r':
       return "&#13;";
     default:
-      return static_cast<unsigned char>(c) < 0x20 ? std::string(Replacement) : std::string(1, c);
+      return static_cast<unsigned char>(c) < 0x20 ? std::string(ReplacementText) : std::string(1, c);
   }
 }
 
@@ -46,7 +46,7 @@ std::string MarkupText(std::string_view text) {
     const std::size_t size = Utf8CharacterSize(text);
     const std::string_view character = text.substr(0, size == 0 ? 1 : size);
     if (size == 0 || IsNoCharacter(character)) {
-      markup += Replacement;
+      markup += ReplacementText;
     } else if (size == 1) {
       markup += AsciiMarkup(character.front());
     } else {

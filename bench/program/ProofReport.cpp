@@ -20,7 +20,7 @@ using proof::Proof;
 using proof::ProvedFault;
 
 constexpr std::size_t ClassWidth = 20;
-constexpr std::size_t TextWidth = 100;
+constexpr std::size_t RemedyWidth = 100;
 
 /// Faults that are listed for one class and one reason; the files hold all of them.
 constexpr std::size_t MostListed = 5;
@@ -86,7 +86,7 @@ std::string EscapeList(const Proof& proof, const wiring::ChannelNames& names) {
     const auto& [kind, limit, remedy] = group;
     text += std::string(Indent, ' ') + proof::ClassWord(kind) + ", " +
             Count(faults.size(), "fault", "faults") + "\n";
-    for (const std::string& line : Wrapped(remedy, TextWidth)) {
+    for (const std::string& line : Wrapped(remedy, RemedyWidth)) {
       text += std::string(2 * Indent, ' ') + line + "\n";
     }
     if (!limit.empty()) text += std::string(2 * Indent, ' ') + "see docs/limits.md#" + limit + "\n";

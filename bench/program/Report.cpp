@@ -11,7 +11,7 @@ namespace kxbench {
 
 namespace {
 
-constexpr std::size_t TextWidth = 60;
+constexpr std::size_t RecordTextWidth = 60;
 
 /// An upper limit from here on is none: what no instrument can reach is written where a limit must stand.
 constexpr double Unlimited = 1e14;
@@ -53,7 +53,8 @@ std::string Repeated(std::size_t count) { return count == 1 ? "" : "(" + std::to
 
 std::string FindingsTable(const std::vector<CountedRecord>& findings, const wiring::ChannelNames& names) {
   using Align = Table::Align;
-  Table table({Align::Left, Align::Right, Align::Right, Align::Right, Align::Left, Align::Left}, TextWidth);
+  Table table({Align::Left, Align::Right, Align::Right, Align::Right, Align::Left, Align::Left},
+              RecordTextWidth);
   table.AddRow({"Finding", "Value", "Lower", "Upper", "Unit", ""});
   for (const auto& [record, count] : findings) {
     if (record->readable) {
@@ -76,7 +77,7 @@ std::string Limits(const Record& record) {
 
 std::string ValuesTable(const std::vector<CountedRecord>& values) {
   using Align = Table::Align;
-  Table table({Align::Left, Align::Right, Align::Left, Align::Left, Align::Left}, TextWidth);
+  Table table({Align::Left, Align::Right, Align::Left, Align::Left, Align::Left}, RecordTextWidth);
   for (const auto& [record, count] : values) {
     table.AddRow({record->text, record->valueText, record->unit, Limits(*record), Repeated(count)});
   }

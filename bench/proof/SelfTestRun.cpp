@@ -76,9 +76,8 @@ void TestTester(const SelfTestRequest& request, SelfTestSummary& summary) {
   const std::vector<std::int32_t> channels = ChannelsToTest(answering, summary);
   try {
     const TestedCards cards(answering);
-    for (TesterDefect& defect : DefectsOfChannels(cards, channels, request)) {
-      summary.defects.push_back(std::move(defect));
-    }
+    for (const TesterDefect& defect : DefectsOfChannels(cards, channels, request))
+      summary.defects.push_back(defect);
   } catch (const SelfTestStopped&) {
     summary.end = SelfTestEnd::Cancelled;
     return;

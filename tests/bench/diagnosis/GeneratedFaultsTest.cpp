@@ -12,7 +12,7 @@ namespace {
 using testkit::MadeFault;
 using testkit::Named;
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(SHORTTEST_SANITIZED)
 constexpr std::size_t Thoroughness = 20;  // sanitizers take their time; the same kinds, fewer of each
 #else
 constexpr std::size_t Thoroughness = 1;

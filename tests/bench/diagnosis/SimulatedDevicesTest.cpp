@@ -14,7 +14,7 @@ namespace {
 using diagnosis::testkit::MadeFault;
 using diagnosis::testkit::Named;
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(SHORTTEST_SANITIZED)
 constexpr int FaultyDevices = 100;
 #else
 constexpr int FaultyDevices = 2000;

@@ -104,7 +104,7 @@ NetTexts Sorted(NetTexts nets) {
   return nets;
 }
 
-NetTexts PinNets(const Wiring& wiring) {
+NetTexts NetNames(const Wiring& wiring) {
   NetTexts nets;
   for (const auto& net : wiring.nets) {
     auto& pins = nets.emplace_back();
@@ -114,7 +114,7 @@ NetTexts PinNets(const Wiring& wiring) {
   return Sorted(std::move(nets));
 }
 
-NetTexts PinNets(const WiringDocument& document) {
+NetTexts NetNames(const WiringDocument& document) {
   NetTexts nets;
   for (const DocumentNet& net : document.nets) {
     auto& pins = nets.emplace_back();
@@ -146,7 +146,7 @@ TEST_P(ExportedHarness, IsReadBackAsTheSameNets) {
     const std::string text = GetParam().write(wiring);
     const DocumentRead read = Back(text);
     EXPECT_EQ(read.format, GetParam().format);
-    ASSERT_EQ(PinNets(read.document), PinNets(wiring)) << text;
+    ASSERT_EQ(NetNames(read.document), NetNames(wiring)) << text;
     if (read.ownMap) {
       EXPECT_EQ(WiringOf(read.document, *read.ownMap).nets, wiring.nets) << text;
     }

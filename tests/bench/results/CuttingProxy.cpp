@@ -8,6 +8,8 @@
 
 #include <array>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -49,18 +51,35 @@ CuttingProxy::~CuttingProxy() {
 }
 
 void CuttingProxy::CutAt(const std::string& word, Cut cut) {
+  const std::lock_guard lock(mutex_);
   word_ = word;
   cut_ = cut;
 }
 
+bool CuttingProxy::HasCut() {
+  const std::lock_guard lock(mutex_);
+  return cut_ == Cut::Never;
+}
+
+/// Where to cut what sends these bytes; once.
+CuttingProxy::Cut CuttingProxy::CutOf(const std::string& bytes) {
+  const std::lock_guard lock(mutex_);
+  if (cut_ == Cut::Never || bytes.find(word_) == std::string::npos) return Cut::Never;
+  return std::exchange(cut_, Cut::Never);
+}
+
 void CuttingProxy::Serve() {
+  std::vector<std::thread> connections;
   while (!stop_) {
     pollfd waiting = {listening_, POLLIN, 0};
     if (poll(&waiting, 1, 10) <= 0) continue;
     const int client = accept(listening_, nullptr, nullptr);
-    HandOn(client);
-    close(client);
+    connections.emplace_back([this, client] {
+      HandOn(client);
+      close(client);
+    });
   }
+  for (std::thread& connection : connections) connection.join();
 }
 
 void CuttingProxy::HandOn(int client) {
@@ -85,12 +104,10 @@ void CuttingProxy::HandOn(int client) {
         open = false;
         break;
       }
-      if (fromClient && cut_ != Cut::Never && bytes.find(word_) != std::string::npos) {
-        silent = cut_ == Cut::After;
-        open = silent;
-        cut_ = Cut::Never;
-        if (!open) break;
-      }
+      const Cut cut = fromClient ? CutOf(bytes) : Cut::Never;
+      silent = silent || cut == Cut::After;
+      open = cut != Cut::Before;
+      if (!open) break;
       open = SendAll(fromClient ? server : client, bytes);
     }
   }

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <atomic>
+#include <mutex>
 #include <string>
 #include <thread>
 
-/// Stands between a program and a server, and cuts the connection at a word that the program sends.
+/// Stands between programs and a server, and cuts a connection at a word that its program sends.
 class CuttingProxy {
  public:
   enum class Cut {
@@ -24,17 +25,19 @@ class CuttingProxy {
   /// Cuts the next connection that sends `word`; once.
   void CutAt(const std::string& word, Cut cut);
 
-  bool HasCut() const { return cut_ == Cut::Never; }
+  bool HasCut();
 
  private:
   void Serve();
   void HandOn(int client);
+  Cut CutOf(const std::string& bytes);
 
   int serverPort_;
   int port_ = 0;
   int listening_ = -1;
+  std::mutex mutex_;
   std::string word_;
-  std::atomic<Cut> cut_ = Cut::Never;
+  Cut cut_ = Cut::Never;
   std::atomic<bool> stop_ = false;
   std::thread thread_;
 };

@@ -33,7 +33,7 @@ class StationInAWindow : public ::testing::Test {
  protected:
   StationInAWindow() : window_(kxCreateStationWindow(&widget_test::Windows(), "station of the test")) {
     window_->SetPrompt("Serial number");
-    EXPECT_TRUE(WaitFor([this] { return Frame()->IsActive() && Field().HasFocus(); }));
+    EXPECT_TRUE(WaitFor([] { return Frame()->IsActive() && Field().HasFocus(); }));
     Settle();
   }
   ~StationInAWindow() override {
