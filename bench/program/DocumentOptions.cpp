@@ -102,6 +102,15 @@ void TellWarnings(const documents::WiringDocument& document, Interaction& intera
   }
 }
 
+ExitStatus TellingMapFaults(Interaction& interaction, const std::function<ExitStatus()>& work) {
+  try {
+    return work();
+  } catch (const documents::MapError& error) {
+    for (const std::string& line : error.Lines()) interaction.Tell(OneLine(line));
+    return ExitStatus::Failed;
+  }
+}
+
 std::string FormatText(documents::DocumentFormat format) {
   switch (format) {
     case documents::DocumentFormat::Csv:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -7,6 +8,7 @@
 
 #include "bench/documents/ChannelMap.h"
 #include "bench/documents/ReadDocument.h"
+#include "bench/program/ExitStatus.h"
 #include "bench/program/Interaction.h"
 #include "bench/program/OptionList.h"
 
@@ -37,6 +39,9 @@ void JoinUnmapped(documents::WiringDocument& document, const documents::ChannelM
 
 /// Tells the document's warnings, the first of many.
 void TellWarnings(const documents::WiringDocument& document, Interaction& interaction);
+
+/// Does `work`. When a map does not fit (documents::MapError), tells each of its faults and answers Failed.
+ExitStatus TellingMapFaults(Interaction& interaction, const std::function<ExitStatus()>& work);
 
 /// What the format is called.
 std::string FormatText(documents::DocumentFormat format);

@@ -83,7 +83,7 @@ std::string Series::Summary() const {
   for (const auto& [fault, count] : faults_) text += "  in " + CountedChecks(count) + ": " + fault + "\n";
   if (checks_ == 0) return text;
   return text + "not seen: what came and went within one check, which took " +
-         SecondsText(ended_ / static_cast<double>(checks_)) + " on the average\n";
+         SecondsText(ended_ / static_cast<double>(checks_)) + " on average\n";
 }
 
 }  // namespace kxbench

@@ -51,8 +51,8 @@ as_root() {
 # The Debian packages that the scripts install, by what they are for.
 build_packages=(g++ cmake ninja-build libcli11-dev libeigen3-dev libwxgtk3.2-dev libgtest-dev libgmock-dev binutils
   nlohmann-json3-dev libyaml-cpp-dev libpugixml-dev libsoci-dev libsqlite3-dev libpq-dev)
-# Screen, window manager, keys, locales; a browser and a database server.
-test_packages=(xvfb xauth openbox x11-utils xdotool locales fonts-dejavu-core chromium postgresql)
+# Screen, window manager, keys, locales; a browser, a database server and a reader of JSON Schema.
+test_packages=(xvfb xauth openbox x11-utils xdotool locales fonts-dejavu-core chromium postgresql python3-jsonschema)
 lint_packages=(clang-format clang-tidy cppcheck)
 coverage_packages=(python3)
 # For sanitizers, fuzz targets and coverage; llvm counts, and names the functions of what leaks.

@@ -51,12 +51,7 @@ class CompareCommand : public Command {
 
   ExitStatus Run(const CommonOptions& common) override {
     Interaction interaction(Surface::Silent, std::nullopt);
-    try {
-      return CompareBoth(common, interaction);
-    } catch (const documents::MapError& error) {
-      for (const std::string& line : error.Lines()) interaction.Tell(OneLine(line));
-      return ExitStatus::Failed;
-    }
+    return TellingMapFaults(interaction, [&] { return CompareBoth(common, interaction); });
   }
 
  private:

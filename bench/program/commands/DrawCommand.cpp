@@ -112,7 +112,7 @@ class DrawCommand : public Command {
       throw Failure("--faults: " + file_ + " is a document: measuring a device needs an expectation file");
     }
     Interaction interaction(Surface::Silent, std::nullopt);
-    try {
+    return TellingMapFaults(interaction, [&] {
       documents::DocumentRead read = documentOptions_.Read(file_, !map_);
       std::map<documents::Pin, std::int32_t> channels;
       if (map_ || read.ownMap) {
@@ -127,10 +127,7 @@ class DrawCommand : public Command {
       const Marked marked = faults_ ? ReadFaults(picture) : Marked();
       Save(format, picture, marked);
       return marked.status;
-    } catch (const documents::MapError& error) {
-      for (const std::string& line : error.Lines()) interaction.Tell(OneLine(line));
-      return ExitStatus::Failed;
-    }
+    });
   }
 
   /// Finds out what keeps the picture from being saved before anything is measured.

@@ -79,12 +79,7 @@ class ImportCommand : public Command {
   ExitStatus Run(const CommonOptions& /*common*/) override {
     if (!output_ && !dryRun_) throw Failure("import needs -o FILE, or --dry-run");
     Interaction interaction(Surface::Silent, std::nullopt);
-    try {
-      return Import(interaction);
-    } catch (const documents::MapError& error) {
-      for (const std::string& line : error.Lines()) interaction.Tell(OneLine(line));
-      return ExitStatus::Failed;
-    }
+    return TellingMapFaults(interaction, [&] { return Import(interaction); });
   }
 
  private:

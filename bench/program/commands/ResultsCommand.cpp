@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <optional>
@@ -68,6 +69,7 @@ class ResultsCommand : public Command {
            "export     every result, to standard output or -o FILE (--format csv, jsonl)\n"
            "\n"
            "Days and times are UTC. --to with a day includes that day; with a moment, everything before it.\n"
+           "summary and report count whole days and take no moments.\n"
            "Exit status 0, or 2 when it could not be done.";
   }
 
@@ -101,6 +103,7 @@ class ResultsCommand : public Command {
       if (name != action_) continue;
       if (!store_.results) throw Failure("results " + action_ + " needs --results URL");
       if (!id_.empty() && action_ != "show") throw Failure("unexpected argument " + OneLine(id_));
+      RefuseWhatIsNotFor(name);
       (this->*action)();
       return ExitStatus::NoFindings;
     }
@@ -109,6 +112,34 @@ class ResultsCommand : public Command {
   }
 
  private:
+  /// An option that an action would not heed is refused: the answer would be to another question.
+  void RefuseWhatIsNotFor(std::string_view action) const {
+    using Actions = std::vector<std::string_view>;
+    const Actions lists = {"list", "export"};
+    const Actions queries = {"list", "export", "summary", "report"};
+    constexpr std::size_t Day = 10;  // the sums behind a summary are those of whole days
+    const struct {
+      const char* option;
+      bool given;
+      Actions actions;
+    } options[] = {
+        {"--part", filter_.part.has_value(), queries},
+        {"--station", filter_.station.has_value(), queries},
+        {"--from", !filter_.from.empty(), queries},
+        {"--to", !filter_.to.empty(), queries},
+        {"--from with a time of the day", filter_.from.size() > Day, lists},
+        {"--to with a time of the day", filter_.to.size() > Day, lists},
+        {"--serial", filter_.serial.has_value(), lists},
+        {"--verdict", filter_.verdict.has_value(), lists},
+        {"--limit", limit_.has_value(), {"list"}},
+        {"--all", all_, {"forward"}},
+    };
+    for (const auto& [option, given, actions] : options) {
+      if (given && std::find(actions.begin(), actions.end(), action) == actions.end())
+        throw Failure(std::string(option) + " is not for results " + action_);
+    }
+  }
+
   static std::size_t ReadLimit(const std::string& text) {
     const std::optional<std::int32_t> limit = shorttest::TextToInteger(text);
     if (!limit || *limit < 1) throw Failure("--limit: expected a number from 1 on, not " + OneLine(text));
@@ -145,7 +176,8 @@ class ResultsCommand : public Command {
   void List() {
     AllowFormats({ResultsFormat::Text, ResultsFormat::Json});
     std::vector<results::ResultLine> lines;
-    Require(Open()->List(filter_, limit_, [&](const results::ResultLine& line) { lines.push_back(line); }));
+    Require(Open()->List(filter_, limit_.value_or(DefaultLimit),
+                         [&](const results::ResultLine& line) { lines.push_back(line); }));
     Write(IsJson() ? results::ListJson(lines) : ListReport(lines));
   }
 
@@ -159,8 +191,6 @@ class ResultsCommand : public Command {
   }
 
   results::ResultSummary QuerySummary() {
-    if (filter_.serial || filter_.verdict)
-      throw Failure("--serial and --verdict are not for results " + action_);
     results::ResultSummary summary;
     Require(Open()->Summarise(filter_, summary));
     return summary;
@@ -216,7 +246,7 @@ class ResultsCommand : public Command {
   std::string id_;
   StoreOptions store_;
   results::ResultFilter filter_;
-  std::size_t limit_ = DefaultLimit;
+  std::optional<std::size_t> limit_;
   std::optional<ResultsFormat> format_;
   std::optional<std::string> output_;
   bool all_ = false;

@@ -57,7 +57,7 @@ TEST_F(CheckSeries, FirstFindingsAreItsResult) {
             "4 checks in 4.00 s, 2 with findings; the first: check 2, after 2.00 s\n"
             "  in 2 checks: open\n"
             "  in 1 check: short\n"
-            "not seen: what came and went within one check, which took 1.00 s on the average\n");
+            "not seen: what came and went within one check, which took 1.00 s on average\n");
 }
 
 TEST_F(CheckSeries, UntilFaultEndsWithTheFirstFindings) {

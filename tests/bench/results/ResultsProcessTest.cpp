@@ -61,6 +61,7 @@ TEST_F(ResultsProcessTest, ListsTheNewestFirst) {
   EXPECT_EQ(list["results"][1]["operator"], "Jäger");
   EXPECT_EQ(Json({"list", "--format", "json", "--verdict", "fail"})["results"].size(), 1U);
   EXPECT_EQ(Json({"list", "--format", "json", "--limit", "1"})["results"].size(), 1U);
+  EXPECT_EQ(Json({"list", "--format", "json", "--to", "2026-03-14T08:01:30.000Z"})["results"].size(), 1U);
   const ProcessResult text = Kxbench({"list"});
   EXPECT_THAT(text.output, HasSubstr(failed_.id.substr(0, 8)));
   EXPECT_THAT(text.output, HasSubstr("2026-03-14 08:01:00"));
@@ -138,6 +139,16 @@ TEST_F(ResultsProcessTest, WrongWordsAreNamed) {
       {{"list", "--to", "2026-02-30"}, "--to: expected a day"},
       {{"list", "--limit", "0"}, "--limit"},
       {{"list", "--format", "csv"}, "--format is not for results list"},
+      {{"list", "--all"}, "--all is not for results list"},
+      {{"export", "--limit", "1"}, "--limit is not for results export"},
+      {{"summary", "--serial", "=SN 1"}, "--serial is not for results summary"},
+      {{"report", "-o", "page.html", "--verdict", "pass"}, "--verdict is not for results report"},
+      {{"forward", "--part", "W-100"}, "--part is not for results forward"},
+      {{"show", "0", "--station", "bench 1"}, "--station is not for results show"},
+      {{"summary", "--from", "2026-03-14T08:01:30.000Z"},
+       "--from with a time of the day is not for results summary"},
+      {{"report", "-o", "page.html", "--to", "2026-03-14T08:01:30.000Z"},
+       "--to with a time of the day is not for results report"},
   };
   for (const auto& [arguments, text] : rows) {
     const ProcessResult result = Kxbench(arguments);
