@@ -4,7 +4,8 @@ add_library(kxselftest_parts STATIC
   SelfTestReadings.cpp
   SelfTestRelays.cpp
   SelfTestRun.cpp
-  SelfTestVoltages.cpp)
+  SelfTestVoltages.cpp
+  SelfTestWays.cpp)
 target_link_libraries(kxselftest_parts PUBLIC hardware data contracts)
 
 add_library(kxselftest MODULE SelfTestEntry.cpp)

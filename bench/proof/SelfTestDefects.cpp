@@ -22,6 +22,14 @@ class Conclusion {
       if (of.toOthers || of.fromOthers) NotEmpty(of.channel, true);
     }
     JudgeWaysBetweenCards();
+    for (const WayBetweenCards& way : readings_.ways) {
+      NotEmpty(way.from, !way.fromStuck || IsOnlyStart(way));
+      NotEmpty(way.to, !way.toStuck || IsOnlyEnd(way));
+    }
+    for (const WayToShorted& way : readings_.wiredToShorted) {
+      NotEmpty(way.channel, true);
+      AddOnce({TesterDefectKind::NotEmpty, way.card, std::nullopt, std::nullopt, true, 0.0});
+    }
     return std::move(defects_);
   }
 
@@ -31,7 +39,13 @@ class Conclusion {
   }
 
   void NotEmpty(std::int32_t channel, bool certain) {
-    AddOnce({TesterDefectKind::NotEmpty, CardOfChannel(channel), channel, std::nullopt, certain, 0.0});
+    for (TesterDefect& defect : defects_) {
+      if (defect.kind != TesterDefectKind::NotEmpty || defect.channel != channel) continue;
+      defect.certain = defect.certain || certain;
+      return;
+    }
+    defects_.push_back(
+        {TesterDefectKind::NotEmpty, CardOfChannel(channel), channel, std::nullopt, certain, 0.0});
   }
 
   void AddOnce(const TesterDefect& defect) {
@@ -43,8 +57,8 @@ class Conclusion {
     if (of.from0) Relay(TesterDefectKind::NeverOpens, of.channel, 1);
     if (of.from1) Relay(TesterDefectKind::NeverOpens, of.channel, 0);
     if (of.path || of.from0 || of.from1) return;
-    const bool closes0 = of.toOthers || of.from0Anywhere;
-    const bool closes1 = of.fromOthers || of.from1Anywhere;
+    const bool closes0 = of.toOthers || of.from0Anywhere || IsOnWay(of.channel, 0);
+    const bool closes1 = of.fromOthers || of.from1Anywhere || IsOnWay(of.channel, 1);
     const bool certain = closes0 || closes1;
     if (!closes0) Relay(TesterDefectKind::NeverCloses, of.channel, 0, certain);
     if (!closes1) Relay(TesterDefectKind::NeverCloses, of.channel, 1, certain);
@@ -76,6 +90,26 @@ class Conclusion {
     });
     Relay(TesterDefectKind::NeverCloses, hidden.front(), 1 - line);
     Relay(TesterDefectKind::NeverOpens, hidden.front(), line);
+  }
+
+  bool IsOnWay(std::int32_t channel, std::int32_t line) const {
+    return std::any_of(readings_.ways.begin(), readings_.ways.end(), [&](const WayBetweenCards& way) {
+      return (way.from == channel && way.fromLine == line) || (way.to == channel && way.toLine == line);
+    });
+  }
+
+  /// Of several relays of one line of a card that never open, each has the ways of all.
+  bool IsOnlyStart(const WayBetweenCards& way) const {
+    return std::none_of(readings_.ways.begin(), readings_.ways.end(), [&](const WayBetweenCards& other) {
+      return other.from != way.from && CardOfChannel(other.from) == CardOfChannel(way.from) &&
+             other.fromLine == way.fromLine && other.to == way.to && other.toLine == way.toLine;
+    });
+  }
+  bool IsOnlyEnd(const WayBetweenCards& way) const {
+    return std::none_of(readings_.ways.begin(), readings_.ways.end(), [&](const WayBetweenCards& other) {
+      return other.to != way.to && CardOfChannel(other.to) == CardOfChannel(way.to) &&
+             other.toLine == way.toLine && other.from == way.from && other.fromLine == way.fromLine;
+    });
   }
 
   std::vector<std::int32_t> OnOtherCards(const ChannelReadings& of, bool ChannelReadings::*reading,

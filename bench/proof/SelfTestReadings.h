@@ -28,11 +28,34 @@ struct ChannelReadings {
   bool fromOthers = false;  ///< on line 1, it is reached from another channel's relay on line 0
 };
 
+/// With one piece of each of two cards connected, and these two channels' relays closed, line 0 reaches
+/// line 1; without either it does not, or that one never opens.
+struct WayBetweenCards {
+  std::int32_t from = 0;  ///< channel
+  std::int32_t fromLine = 0;
+  bool fromStuck = false;  ///< its relay never opens
+  std::int32_t to = 0;     ///< channel of another card
+  std::int32_t toLine = 0;
+  bool toStuck = false;
+};
+
+/// A channel that reaches what connects the lines of another card, with all relays of that card open.
+struct WayToShorted {
+  std::int32_t card = 0;
+  std::int32_t channel = 0;
+};
+
 struct TesterReadings {
   std::vector<ChannelReadings> channels;
   std::set<std::int32_t> shortedCards;  ///< on which line 0 reaches line 1 with every channel's relay open
   bool shortedAcross = false;           ///< the same with all other cards together
+  std::vector<WayBetweenCards>
+      ways;  ///< only between channels whose relays have defects, and of shorted cards
+  std::vector<WayToShorted> wiredToShorted;
 };
+
+/// Whether there is a way from line 0 to line 1 through less than 100 kOhm.
+bool LinesReachEachOther();
 
 /// Called before each channel of each step with the position, 0.0 to 1.0; throws to end the test.
 using SelfTestProgress = std::function<void(double position)>;

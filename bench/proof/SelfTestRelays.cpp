@@ -61,6 +61,16 @@ void TestedCards::ConnectOnly(const std::vector<std::int32_t>& cards) const {
   DelaySeconds(OpeningSettleSeconds);
 }
 
+void TestedCards::ConnectPieces(const std::vector<LinePiece>& pieces) const {
+  OpenAll();
+  for (const LinePiece& piece : pieces) {
+    shorttest::PrepareCard(piece.card - 1, true);
+    shorttest::ReleaseLine(piece.card - 1, 1 - piece.line);
+  }
+  CheckHWError();
+  DelaySeconds(OpeningSettleSeconds);
+}
+
 void TestedCards::OpenAll() const noexcept {
   for (const std::int32_t card : cards_) {
     shorttest::ReleaseLine(card - 1, 0);

@@ -18,6 +18,12 @@ constexpr std::int32_t CardOfChannel(std::int32_t channel) {
 /// driver's text for the first card, or std::runtime_error where it has none, when no card answers.
 std::vector<std::int32_t> AnsweringCards();
 
+/// What lies on one card of a line.
+struct LinePiece {
+  std::int32_t card;  ///< from 1
+  std::int32_t line;
+};
+
 /// The relays of some cards, for one test. What a driver reports is thrown as TShortTestHWException.
 class TestedCards {
  public:
@@ -32,6 +38,9 @@ class TestedCards {
   /// Opens every relay of all cards, and then connects the pieces of the two lines that lie on `cards` with
   /// the tester's lines. Those on the other cards reach nothing.
   void ConnectOnly(const std::vector<std::int32_t>& cards) const;
+
+  /// The same for single pieces.
+  void ConnectPieces(const std::vector<LinePiece>& pieces) const;
 
  private:
   void OpenAll() const noexcept;

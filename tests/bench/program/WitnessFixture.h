@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -13,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/bench/program/DriverFolder.h"
 #include "tests/bench/program/Process.h"
 #include "tests/bench/program/TemporaryFolder.h"
 
@@ -80,13 +80,7 @@ class WitnessBench : public testing::Test {
     process.environment = environment_;
     process.environment["WITNESS_LOG"] = (folder_.Path() / "log").string();
     process.environment["LC_ALL"] = "C";
-#ifdef _WIN32
-    // Before what the libraries of the plug-in are found in.
-    const char* const path = std::getenv("PATH");
-    process.environment["PATH"] = WITNESS_FOLDER + std::string(";") + (path == nullptr ? "" : path);
-#else
-    process.environment["LD_LIBRARY_PATH"] = WITNESS_FOLDER;
-#endif
+    UseDriverIn(WITNESS_FOLDER, process);
     return process;
   }
 

@@ -188,6 +188,9 @@ INSTANTIATE_TEST_SUITE_P(, SelfTestOfSeveral, testing::Values(2, 3, 12),
 
 // --- ways out ---
 
+// What takes every kind of reading.
+constexpr char AllReadings[] = "cards 2\nwire 47 49\nstuck-open 47 0\nstuck-open 49 0\nwire 46 51\n";
+
 TEST_F(SelfTest, SaysThatNoCardAnswers) {
   Connect("cards 0\n");
   const SelfTestSummary summary = Run();
@@ -201,14 +204,13 @@ TEST_F(SelfTest, PassesOnWhatTheDriverSaysOfTheFirstCard) {
 }
 
 TEST_F(SelfTest, EndsWithEveryErrorOfTheDriverAndNoRelayClosed) {
-  Channels(47, 50);
-  const char* const device = "cards 2\nwire 47 49\nstuck-open 50 0\n";
-  Connect(device);
+  Channels(46, 51);
+  Connect(AllReadings);
   Run();
   const std::int64_t calls = brenmor_sim_call_count();
   ASSERT_GT(calls, 100);
   for (std::int64_t call = 6; call <= calls; ++call) {  // the first five look for cards
-    Connect(device);
+    Connect(AllReadings);
     brenmor_sim_fail_call(call, "Karte 1: Überlast");
     const SelfTestSummary summary = Run();
     // What fails in the clean-up at the end is not told of.
@@ -223,18 +225,17 @@ TEST_F(SelfTest, EndsWithEveryErrorOfTheDriverAndNoRelayClosed) {
 }
 
 TEST_F(SelfTest, StopsWhereverTheUserWantsWithNoRelayClosed) {
-  const char* const device = "cards 2\nwire 47 49\nstuck-open 50 0\n";
-  Channels(47, 50);
+  Channels(46, 51);
   int steps = 0;
   request.progress = [&steps](double) { return ++steps == 0; };
-  Connect(device);
+  Connect(AllReadings);
   Run();
   const int all = steps;
   EXPECT_GT(all, 10);
   for (int stop = 1; stop <= all; ++stop) {
     request.progress = [&steps, stop](double) { return steps++ == stop - 1; };
     steps = 0;
-    Connect(device);
+    Connect(AllReadings);
     EXPECT_EQ(Run().end, SelfTestEnd::Cancelled) << "step " << stop;
     ExpectSafe();
   }
