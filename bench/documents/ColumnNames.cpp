@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 #include <utility>
 
 namespace kxbench::documents {
@@ -159,9 +160,13 @@ constexpr auto KnownWords = std::to_array<KnownWord>({
 });
 
 HeaderWord Known(std::string_view word) {
-  const auto* const found =
-      std::find_if(KnownWords.begin(), KnownWords.end(), [&](const KnownWord& w) { return w.text == word; });
-  return found == KnownWords.end() ? HeaderWord::Unknown : found->meaning;
+  static const auto words = [] {
+    std::unordered_map<std::string_view, HeaderWord> byText;
+    for (const KnownWord& known : KnownWords) byText.emplace(known.text, known.meaning);
+    return byText;
+  }();
+  const auto found = words.find(word);
+  return found == words.end() ? HeaderWord::Unknown : found->second;
 }
 
 bool IsSide(HeaderWord word) {
@@ -187,16 +192,19 @@ std::vector<std::string> WordsOf(std::string_view header) {
   std::vector<std::string> words(1);
   char before = ' ';
   while (!header.empty()) {
-    const auto* const german = std::find_if(GermanLetters.begin(), GermanLetters.end(),
-                                            [&](const Letters& l) { return header.starts_with(l.written); });
     const char c = header.front();
+    const bool ascii = static_cast<unsigned char>(c) < 0x80U;
+    const auto* const german =
+        ascii ? GermanLetters.end()
+              : std::find_if(GermanLetters.begin(), GermanLetters.end(),
+                             [&](const Letters& l) { return header.starts_with(l.written); });
     if (german != GermanLetters.end()) {
       words.back() += german->meant;
       header.remove_prefix(german->written.size());
       before = 'a';
       continue;
     }
-    const bool letter = IsCapital(c) || IsSmall(c) || IsNumeral(c) || static_cast<unsigned char>(c) >= 0x80U;
+    const bool letter = IsCapital(c) || IsSmall(c) || IsNumeral(c) || !ascii;
     const bool parts =
         !letter || (IsSmall(before) && IsCapital(c)) || (before != ' ' && IsNumeral(before) != IsNumeral(c));
     if (parts && !words.back().empty()) words.emplace_back();
@@ -214,8 +222,9 @@ std::vector<HeaderWord> MeaningsOf(const std::string& word) {
   if (whole != HeaderWord::Unknown) return {whole};
   for (std::size_t end = 1; end < word.size(); ++end) {
     const HeaderWord first = Known(std::string_view(word).substr(0, end));
+    if (first == HeaderWord::Unknown) continue;
     const HeaderWord second = Known(std::string_view(word).substr(end));
-    if (first == HeaderWord::Unknown || second == HeaderWord::Unknown) continue;
+    if (second == HeaderWord::Unknown) continue;
     const bool one =
         IsSide(first) != IsSide(second) && first != HeaderWord::WeakFrom && first != HeaderWord::WeakTo;
     if (one) return {first, second};
