@@ -253,8 +253,14 @@ bool IsEndpoint(ColumnKind kind) {
   return kind == ColumnKind::Place || kind == ColumnKind::Connector || kind == ColumnKind::Pin;
 }
 
-void SetOnce(std::optional<std::size_t>& target, std::size_t column) {
-  if (!target) target = column;
+using Doubled = std::optional<ListLayout::Doubled>;
+
+void SetOnce(std::optional<std::size_t>& target, std::size_t column, Doubled& doubled) {
+  if (!target) {
+    target = column;
+  } else if (!doubled) {
+    doubled = {*target, column};
+  }
 }
 
 /// Puts the columns of connectors and pins where they belong, from left to right.
@@ -283,7 +289,7 @@ class SideFinder {
       AddPin(SideOf(column, &ListLayout::Side::pin), i);
     } else if (column.kind == ColumnKind::Connector || column.kind == ColumnKind::Place) {
       current_ = SideOf(column, &ListLayout::Side::connector);
-      if (current_ != nullptr) SetOnce(current_->connector, i);
+      SetOnce(current_->connector, i, layout_.doubled);
     }
   }
 
@@ -298,19 +304,13 @@ class SideFinder {
  private:
   using Slot = std::optional<std::size_t> ListLayout::Side::*;
 
-  static void AddPin(ListLayout::Side* side, std::size_t i) {
-    if (side != nullptr) SetOnce(side->pin, i);
-  }
+  void AddPin(ListLayout::Side* side, std::size_t i) { SetOnce(side->pin, i, layout_.doubled); }
 
   ListLayout::Side* SideOf(const ColumnMeaning& column, Slot slot) {
     if (column.side == ColumnSide::From) return &layout_.from;
     if (column.side == ColumnSide::To) return &layout_.to;
-    if (sided_) {
-      ListLayout::Side* const side = current_ == nullptr ? &layout_.from : current_;
-      return side->*slot ? nullptr : side;
-    }
-    if (!(layout_.from.*slot)) return &layout_.from;
-    return layout_.to.*slot ? nullptr : &layout_.to;
+    if (sided_) return current_ == nullptr ? &layout_.from : current_;
+    return layout_.from.*slot ? &layout_.to : &layout_.from;
   }
 
   const std::vector<ColumnMeaning>& columns_;
@@ -381,19 +381,20 @@ std::size_t ListLayout::FieldsNeeded() const {
 ListLayout LayoutOf(const std::vector<ColumnMeaning>& columns) {
   ListLayout layout;
   layout.columns = columns.size();
+  Doubled ofNets;  // what says nothing in a list of wires, and may be there twice
   for (std::size_t i = 0; i < columns.size(); ++i) {
     switch (columns[i].kind) {
       case ColumnKind::Net:
-        SetOnce(layout.net, i);
+        SetOnce(layout.net, i, ofNets);
         break;
-      case ColumnKind::Signal:
-        SetOnce(layout.signal, i);
+      case ColumnKind::Signal:  // a name, for which the first will do
+        if (!layout.signal) layout.signal = i;
         break;
       case ColumnKind::Splice:
-        SetOnce(layout.splice, i);
+        SetOnce(layout.splice, i, layout.doubled);
         break;
       case ColumnKind::Channel:
-        SetOnce(layout.channel, i);
+        SetOnce(layout.channel, i, ofNets);
         break;
       default:
         break;
@@ -402,11 +403,12 @@ ListLayout LayoutOf(const std::vector<ColumnMeaning>& columns) {
   layout.places = PlaceColumns(columns);
   if (layout.IsNetOnEachLine()) {
     layout.placesGoOn = layout.places.back() + 1 == columns.size();
-    return layout;
+  } else {
+    SideFinder sides(columns, layout);
+    for (std::size_t i = 0; i < columns.size(); ++i) sides.Add(i);
+    sides.Finish();
   }
-  SideFinder sides(columns, layout);
-  for (std::size_t i = 0; i < columns.size(); ++i) sides.Add(i);
-  sides.Finish();
+  if (!layout.doubled && !layout.IsFromTo()) layout.doubled = ofNets;
   return layout;
 }
 
