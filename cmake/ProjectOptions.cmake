@@ -28,10 +28,15 @@ endif()
 # Sanitizers are for finding mistakes early, so what is watched by them compiles fast; but the rooms where tests compute
 # most are optimised.
 macro(optimise_room)
-  if(SHORTTEST_SANITIZE)
+  if(SHORTTEST_SANITIZE AND NOT SHORTTEST_FUZZ)
     add_compile_options(-O1)
   endif()
 endmacro()
+
+if(SHORTTEST_COVERAGE)
+  add_compile_options(-fprofile-instr-generate -fcoverage-mapping)
+  add_link_options(-fprofile-instr-generate)
+endif()
 
 if(SHORTTEST_SANITIZE)
   add_compile_options(-fsanitize=${SHORTTEST_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)

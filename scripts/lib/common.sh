@@ -54,8 +54,9 @@ build_packages=(g++ cmake ninja-build libcli11-dev libeigen3-dev libwxgtk3.2-dev
 # Screen, window manager, keys, locales; a browser and a database server.
 test_packages=(xvfb xauth openbox x11-utils xdotool locales fonts-dejavu-core chromium postgresql)
 lint_packages=(clang-format clang-tidy cppcheck)
-coverage_packages=(gcovr python3)
-fuzz_packages=(clang libclang-rt-14-dev)
+coverage_packages=(python3)
+# For sanitizers, fuzz targets and coverage; llvm counts, and names the functions of what leaks.
+clang_packages=(clang libclang-rt-14-dev llvm)
 benchmark_packages=(libbenchmark-dev gnuplot-nox python3)
 picture_packages=(imagemagick)
 deb_packages=(dpkg-dev file)
