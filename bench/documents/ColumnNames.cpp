@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 #include <utility>
 
 namespace kxbench::documents {
@@ -159,9 +160,13 @@ constexpr auto KnownWords = std::to_array<KnownWord>({
 });
 
 HeaderWord Known(std::string_view word) {
-  const auto* const found =
-      std::find_if(KnownWords.begin(), KnownWords.end(), [&](const KnownWord& w) { return w.text == word; });
-  return found == KnownWords.end() ? HeaderWord::Unknown : found->meaning;
+  static const auto words = [] {
+    std::unordered_map<std::string_view, HeaderWord> byText;
+    for (const KnownWord& known : KnownWords) byText.emplace(known.text, known.meaning);
+    return byText;
+  }();
+  const auto found = words.find(word);
+  return found == words.end() ? HeaderWord::Unknown : found->second;
 }
 
 bool IsSide(HeaderWord word) {
@@ -187,16 +192,19 @@ std::vector<std::string> WordsOf(std::string_view header) {
   std::vector<std::string> words(1);
   char before = ' ';
   while (!header.empty()) {
-    const auto* const german = std::find_if(GermanLetters.begin(), GermanLetters.end(),
-                                            [&](const Letters& l) { return header.starts_with(l.written); });
     const char c = header.front();
+    const bool ascii = static_cast<unsigned char>(c) < 0x80U;
+    const auto* const german =
+        ascii ? GermanLetters.end()
+              : std::find_if(GermanLetters.begin(), GermanLetters.end(),
+                             [&](const Letters& l) { return header.starts_with(l.written); });
     if (german != GermanLetters.end()) {
       words.back() += german->meant;
       header.remove_prefix(german->written.size());
       before = 'a';
       continue;
     }
-    const bool letter = IsCapital(c) || IsSmall(c) || IsNumeral(c) || static_cast<unsigned char>(c) >= 0x80U;
+    const bool letter = IsCapital(c) || IsSmall(c) || IsNumeral(c) || !ascii;
     const bool parts =
         !letter || (IsSmall(before) && IsCapital(c)) || (before != ' ' && IsNumeral(before) != IsNumeral(c));
     if (parts && !words.back().empty()) words.emplace_back();
@@ -214,8 +222,9 @@ std::vector<HeaderWord> MeaningsOf(const std::string& word) {
   if (whole != HeaderWord::Unknown) return {whole};
   for (std::size_t end = 1; end < word.size(); ++end) {
     const HeaderWord first = Known(std::string_view(word).substr(0, end));
+    if (first == HeaderWord::Unknown) continue;
     const HeaderWord second = Known(std::string_view(word).substr(end));
-    if (first == HeaderWord::Unknown || second == HeaderWord::Unknown) continue;
+    if (second == HeaderWord::Unknown) continue;
     const bool one =
         IsSide(first) != IsSide(second) && first != HeaderWord::WeakFrom && first != HeaderWord::WeakTo;
     if (one) return {first, second};
@@ -244,8 +253,14 @@ bool IsEndpoint(ColumnKind kind) {
   return kind == ColumnKind::Place || kind == ColumnKind::Connector || kind == ColumnKind::Pin;
 }
 
-void SetOnce(std::optional<std::size_t>& target, std::size_t column) {
-  if (!target) target = column;
+using Doubled = std::optional<ListLayout::Doubled>;
+
+void SetOnce(std::optional<std::size_t>& target, std::size_t column, Doubled& doubled) {
+  if (!target) {
+    target = column;
+  } else if (!doubled) {
+    doubled = {*target, column};
+  }
 }
 
 /// Puts the columns of connectors and pins where they belong, from left to right.
@@ -274,7 +289,7 @@ class SideFinder {
       AddPin(SideOf(column, &ListLayout::Side::pin), i);
     } else if (column.kind == ColumnKind::Connector || column.kind == ColumnKind::Place) {
       current_ = SideOf(column, &ListLayout::Side::connector);
-      if (current_ != nullptr) SetOnce(current_->connector, i);
+      SetOnce(current_->connector, i, layout_.doubled);
     }
   }
 
@@ -289,19 +304,13 @@ class SideFinder {
  private:
   using Slot = std::optional<std::size_t> ListLayout::Side::*;
 
-  static void AddPin(ListLayout::Side* side, std::size_t i) {
-    if (side != nullptr) SetOnce(side->pin, i);
-  }
+  void AddPin(ListLayout::Side* side, std::size_t i) { SetOnce(side->pin, i, layout_.doubled); }
 
   ListLayout::Side* SideOf(const ColumnMeaning& column, Slot slot) {
     if (column.side == ColumnSide::From) return &layout_.from;
     if (column.side == ColumnSide::To) return &layout_.to;
-    if (sided_) {
-      ListLayout::Side* const side = current_ == nullptr ? &layout_.from : current_;
-      return side->*slot ? nullptr : side;
-    }
-    if (!(layout_.from.*slot)) return &layout_.from;
-    return layout_.to.*slot ? nullptr : &layout_.to;
+    if (sided_) return current_ == nullptr ? &layout_.from : current_;
+    return layout_.from.*slot ? &layout_.to : &layout_.from;
   }
 
   const std::vector<ColumnMeaning>& columns_;
@@ -372,19 +381,20 @@ std::size_t ListLayout::FieldsNeeded() const {
 ListLayout LayoutOf(const std::vector<ColumnMeaning>& columns) {
   ListLayout layout;
   layout.columns = columns.size();
+  Doubled ofNets;  // what says nothing in a list of wires, and may be there twice
   for (std::size_t i = 0; i < columns.size(); ++i) {
     switch (columns[i].kind) {
       case ColumnKind::Net:
-        SetOnce(layout.net, i);
+        SetOnce(layout.net, i, ofNets);
         break;
-      case ColumnKind::Signal:
-        SetOnce(layout.signal, i);
+      case ColumnKind::Signal:  // a name, for which the first will do
+        if (!layout.signal) layout.signal = i;
         break;
       case ColumnKind::Splice:
-        SetOnce(layout.splice, i);
+        SetOnce(layout.splice, i, layout.doubled);
         break;
       case ColumnKind::Channel:
-        SetOnce(layout.channel, i);
+        SetOnce(layout.channel, i, ofNets);
         break;
       default:
         break;
@@ -393,11 +403,12 @@ ListLayout LayoutOf(const std::vector<ColumnMeaning>& columns) {
   layout.places = PlaceColumns(columns);
   if (layout.IsNetOnEachLine()) {
     layout.placesGoOn = layout.places.back() + 1 == columns.size();
-    return layout;
+  } else {
+    SideFinder sides(columns, layout);
+    for (std::size_t i = 0; i < columns.size(); ++i) sides.Add(i);
+    sides.Finish();
   }
-  SideFinder sides(columns, layout);
-  for (std::size_t i = 0; i < columns.size(); ++i) sides.Add(i);
-  sides.Finish();
+  if (!layout.doubled && !layout.IsFromTo()) layout.doubled = ofNets;
   return layout;
 }
 

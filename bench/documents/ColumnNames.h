@@ -49,6 +49,14 @@ struct ListLayout {
   std::optional<std::size_t> splice;
   std::optional<std::size_t> channel;
   std::vector<std::size_t> places;  ///< of a list with a net on each line
+
+  /// A column that counts, and says the same as the one before it: one of them would be left out.
+  struct Doubled {
+    std::size_t first;
+    std::size_t second;
+  };
+  std::optional<Doubled> doubled;
+
   std::size_t columns = 0;
   bool placesGoOn = false;  ///< what stands past the last column is a place too
 

@@ -108,6 +108,7 @@ DocumentRead ReadDocument(const DocumentRequest& request) {
       if (!request.columns && request.wantsOwnMap) read.ownMap = MapInList(request.file, std::move(text));
       break;
   }
+  if (read.document.pins.empty()) throw DocumentError({request.file}, "the document has no pins");
   if (!read.ownMap && request.wantsOwnMap) read.ownMap = MapOfNumbers(read.document);
   return read;
 }

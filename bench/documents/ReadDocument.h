@@ -40,8 +40,8 @@ DocumentFormat FormatOf(std::string_view bytes);
 /// Whether a file's content is an expectation rather than a document.
 bool IsExpectation(std::string_view bytes);
 
-/// Reads a document. Throws DocumentError; FileError for what cannot be read; MapError for a list's own
-/// channels.
+/// Reads a document. Throws DocumentError, also for one without pins; FileError for what cannot be read;
+/// MapError for a list's own channels.
 DocumentRead ReadDocument(const DocumentRequest& request);
 
 }  // namespace kxbench::documents

@@ -98,6 +98,17 @@ WireVizHarness::Part& WireVizHarness::Find(const YamlNode& node) {
   return part == parts_.end() ? Make(definition, name, node) : *part->second;
 }
 
+/// Where definitions may have gone: of two equal sections, such as one in a file that is put in front, the
+/// last one counts.
+std::string WireVizHarness::ReplacedSection() const {
+  for (const YamlNode* const key : document_.DroppedKeys()) {
+    if (key->text != "connectors" && key->text != "cables") continue;
+    return "; section " + key->text + " of " + PlaceText(document_.PlaceOf(*key)) +
+           " does not count, because there is another one further down";
+  }
+  return {};
+}
+
 WireVizHarness::Part& WireVizHarness::Make(const std::string& definition, const std::string& name,
                                            const YamlNode& node) {
   auto part = std::make_unique<Part>();
@@ -120,7 +131,7 @@ WireVizHarness::Part& WireVizHarness::Make(const std::string& definition, const 
     part->cable = found.cable.get();
   } else {
     throw DocumentError(document_.PlaceOf(node),
-                        definition + " is neither a connector nor a cable nor an arrow");
+                        definition + " is neither a connector nor a cable nor an arrow" + ReplacedSection());
   }
   return *(parts_[name] = std::move(part));
 }

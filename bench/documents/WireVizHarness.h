@@ -63,6 +63,7 @@ class WireVizHarness {
   Definitions DefinitionsOf(const std::string& section) const;
   std::string SeparatorOption() const;
   std::pair<std::string, std::string> TemplateAndName(const std::string& text, const YamlNode& node);
+  std::string ReplacedSection() const;
   Part& Make(const std::string& definition, const std::string& name, const YamlNode& node);
   void AddPins(Part& part, Definition& definition, const YamlNode& node);
 

@@ -85,6 +85,9 @@ class WireVizAttributes {
       Fail(*value, key + " of " + Name() + " must be a whole number" +
                        (text.empty() ? "" : ", not " + ShownText(text)));
     }
+    if (text.size() > 1 && text.front() == '0') {
+      Fail(*value, key + " of " + Name() + " must have no zero in front, which makes it octal: " + text);
+    }
     if (count > MostPinsOfOnePart) FailTooMany(*value, key);
     document_.Spend(*value, count);
     return count;
@@ -215,7 +218,9 @@ bool SaysNo(const std::string& text) {
   return text.empty() || std::find(std::begin(No), std::end(No), text) != std::end(No);
 }
 
+/// None for 07 and 010: the one is a text, and YAML's number 8 the other.
 std::optional<std::size_t> WireNumber(const std::string& text) {
+  if (text.starts_with('0')) return std::nullopt;
   std::size_t number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
@@ -321,7 +326,7 @@ std::size_t FindWireVizWire(const YamlDocument& document, const WireVizCable& ca
     return 0;
   }
   const auto number = WireNumber(reference);
-  if (!number || *number == 0 || *number > cable.wires) {
+  if (!number || *number > cable.wires) {
     fail(name + " has no wire " + reference + ": it has " + std::to_string(cable.wires));
   }
   return *number;

@@ -83,11 +83,15 @@ class WireVizConnections {
   }
 
   const std::vector<const YamlNode*>& Sets() const {
+    const YamlNode* section = nullptr;
     const YamlNode* sets = nullptr;
     for (const auto& [key, value] : document_.EntriesOf(*document_.Root())) {
-      if (key->text == "connections" && !value->empty) sets = value;
+      if (key->text != "connections") continue;
+      section = key;
+      sets = value;
     }
     if (sets == nullptr) Fail(*document_.Root(), "there is no section connections: nothing is connected");
+    if (sets->empty) Fail(*section, "section connections is empty: nothing is connected");
     if (sets->kind != YamlNode::Kind::Sequence)
       Fail(*sets, "section connections must be a list of connection sets");
     return sets->items;
@@ -162,7 +166,8 @@ class WireVizConnections {
       const std::string where = first->node->line == item.node->line
                                     ? "before it"
                                     : "in line " + std::to_string(document_.PlaceOf(*first->node).line);
-      Fail(*item.node, "this item has " + std::to_string(item.points.size()) + " paths, the item " + where +
+      const char* const paths = item.points.size() == 1 ? " path" : " paths";
+      Fail(*item.node, "this item has " + std::to_string(item.points.size()) + paths + ", the item " + where +
                            " has " + std::to_string(first->points.size()));
     }
     return first == nullptr ? 1 : first->points.size();

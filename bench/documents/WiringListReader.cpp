@@ -60,9 +60,9 @@ class ListReading {
   void RequireFields(const CsvRow& row) const {
     const std::size_t count = row.cells.size();
     if (count < layout_.FieldsNeeded()) {
-      throw DocumentError({table_.file, row.line, 0}, "this line has " + std::to_string(count) +
-                                                          " fields; the columns that count are " +
-                                                          std::to_string(layout_.FieldsNeeded()));
+      throw DocumentError({table_.file, row.line, 0},
+                          "this line has " + std::to_string(count) + (count == 1 ? " field" : " fields") +
+                              "; the columns that count are " + std::to_string(layout_.FieldsNeeded()));
     }
     if (layout_.placesGoOn || table_.headLine == 0) return;
     for (std::size_t i = layout_.columns; i < count; ++i) {

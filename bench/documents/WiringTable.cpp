@@ -5,6 +5,7 @@
 #include <tuple>
 #include <utility>
 
+#include "bench/documents/NameText.h"
 #include "text/Trim.h"
 
 namespace kxbench::documents {
@@ -195,6 +196,20 @@ Attempt BestAttempt(const std::string& file, std::string_view text, TableUse use
                       "say what they hold with --columns");
 }
 
+/// Of two columns that say the same, one would be left out, and its pins with it.
+void RefuseDoubledColumns(const ListLayout& layout, const std::string& file, const CsvRow* head) {
+  if (!layout.doubled) return;
+  const auto [first, second] = *layout.doubled;
+  const auto name = [&](std::size_t column) {
+    const bool named = head != nullptr && column < head->cells.size() && !head->cells[column].text.empty();
+    return std::to_string(column + 1) + (named ? " (" + ShownText(head->cells[column].text) + ")" : "");
+  };
+  const std::string text = "columns " + name(first) + " and " + name(second) + " say the same";
+  if (head == nullptr) throw DocumentError({"--columns"}, text);
+  throw DocumentError({file, head->line, head->cells.at(second).column},
+                      text + ": say with --columns, from the left, what each column holds");
+}
+
 }  // namespace
 
 const CsvCell& WiringTable::At(const CsvRow& row, const std::optional<std::size_t>& column) const {
@@ -225,6 +240,9 @@ WiringTable ReadWiringTable(const std::string& file, std::string_view utf8, Tabl
     table.rows.push_back(std::move(*row));
   }
   if (!attempt.fits) FailWithoutColumns(table, file, use, asked.has_value());
+  const bool byPosition = asked && asked->heads.empty();
+  RefuseDoubledColumns(table.layout, file,
+                       attempt.hasHead && !byPosition ? &table.rows.at(attempt.rowsAbove) : nullptr);
   if (attempt.hasHead) {
     table.linesAbove = attempt.rowsAbove;
     table.headLine = table.rows.at(attempt.rowsAbove).line;

@@ -45,18 +45,14 @@ char32_t CharacterOf(std::string_view entity) {
 
 XmlSource::XmlSource(const std::string& fileName, std::string text)
     : fileName_(fileName), text_(AsUtf8(std::move(text))), places_(text_) {
-  const auto placeAt = [this](std::size_t offset) {
-    const auto [line, column] = places_.At(text_, offset);
-    return Place{fileName_, line, column};
-  };
   if (const std::size_t at = FindControlCharacter(text_); at != std::string::npos) {
-    throw DocumentError(placeAt(at), "a control character: this is no text");
+    throw DocumentError(PlaceAt(at), "a control character: this is no text");
   }
   // The texts are taken as they stand: what the parser would shift about in them, places would lose.
   const pugi::xml_parse_result result = document_.load_buffer_inplace(
       text_.data(), text_.size(), pugi::parse_cdata | pugi::parse_doctype, pugi::encoding_utf8);
   if (!result) {
-    throw DocumentError(placeAt(static_cast<std::size_t>(result.offset)),
+    throw DocumentError(PlaceAt(static_cast<std::size_t>(result.offset)),
                         std::string("this is no XML: ") + result.description());
   }
   for (const pugi::xml_node node : document_.children()) {
@@ -72,16 +68,21 @@ void XmlSource::CheckDocumentType() const {
     if (node.type() != pugi::node_doctype) continue;
     const std::string_view type = shorttest::Trim(node.value());
     if (type.find_first_of(" \t\r\n[\"'") == std::string_view::npos) continue;
-    throw DocumentError({fileName_, 0, 0},
+    const std::size_t at = text_.find("<!DOCTYPE");
+    throw DocumentError(PlaceAt(at == std::string::npos ? 0 : at),
                         "the file has a document type with declarations or a link: entities are not read");
   }
+}
+
+Place XmlSource::PlaceAt(std::size_t offset) const {
+  const auto [line, column] = places_.At(text_, offset);
+  return {fileName_, line, column};
 }
 
 Place XmlSource::PlaceOf(pugi::xml_node element) const {
   const std::ptrdiff_t offset = element.offset_debug();  // of the name
   if (offset < 1) return {fileName_, 0, 0};
-  const auto [line, column] = places_.At(text_, static_cast<std::size_t>(offset) - 1);
-  return {fileName_, line, column};
+  return PlaceAt(static_cast<std::size_t>(offset) - 1);
 }
 
 std::string XmlSource::TextOf(pugi::xml_node element) const {

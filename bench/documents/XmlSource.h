@@ -35,6 +35,7 @@ class XmlSource {
   std::string ChildText(pugi::xml_node element, std::string_view name) const;
 
  private:
+  Place PlaceAt(std::size_t offset) const;
   void AppendWithEntities(pugi::xml_node element, std::string_view raw, std::string& text) const;
   void CheckDocumentType() const;
 

@@ -31,6 +31,20 @@ bool IsMergeKey(const YamlNode& key) {
   return key.kind == YamlNode::Kind::Scalar && !key.quoted && key.text == MergeKey;
 }
 
+/// What is wrong in `line`, or most likely is, where the parser's words do not help.
+std::string LikelyCause(const YAML::Exception& error, std::string_view line) {
+  const std::size_t first = line.find_first_not_of(' ');
+  if (first != std::string_view::npos && line[first] == '\t') {
+    return " (the line is indented by a tab; YAML takes blanks alone)";
+  }
+  if (error.msg == YAML::ErrorMsg::END_OF_MAP || error.msg == YAML::ErrorMsg::END_OF_SEQ) {
+    return " (is the line indented as those above that it belongs to?)";
+  }
+  if (error.msg == YAML::ErrorMsg::END_OF_SEQ_FLOW) return " (is a [ not closed, or a comma missing?)";
+  if (error.msg == YAML::ErrorMsg::END_OF_MAP_FLOW) return " (is a { not closed, or a comma missing?)";
+  return {};
+}
+
 }  // namespace
 
 /// Puts the tree together from the parser's events.
@@ -182,7 +196,10 @@ YamlDocument::YamlDocument(const std::vector<std::pair<std::string, std::string>
     while (parser.HandleNextDocument(builder)) {
     }
   } catch (const YAML::Exception& error) {
-    throw DocumentError(builder.PlaceOf(error.mark), "this is no YAML: " + ShownText(error.msg));
+    std::string_view line = text_;
+    line.remove_prefix(places_->LineStart(static_cast<std::size_t>(std::max(error.mark.line, 0))));
+    throw DocumentError(builder.PlaceOf(error.mark),
+                        "this is no YAML: " + ShownText(error.msg) + LikelyCause(error, line));
   }
 }
 

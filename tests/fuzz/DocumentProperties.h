@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -50,18 +51,23 @@ inline void CheckDocument(const kxbench::documents::WiringDocument& document,
   }
 }
 
-/// Reads a document with `read`. The only thing that it may throw is a DocumentError that begins with a
-/// file's name.
+/// Reads a document with `read`; none where it is refused. The only thing that it may throw is a
+/// DocumentError that begins with a file's name.
 template <typename Read>
-void CheckReading(Read read, const std::vector<std::string>& files, PinParts parts = PinParts::Both) {
+std::optional<kxbench::documents::WiringDocument> CheckReading(Read read,
+                                                               const std::vector<std::string>& files,
+                                                               PinParts parts = PinParts::Both) {
   try {
-    CheckDocument(read(), files, parts);
+    auto document = read();
+    CheckDocument(document, files, parts);
+    return document;
   } catch (const kxbench::documents::DocumentError& error) {
     const std::string what = error.what();
     Require(std::any_of(files.begin(), files.end(),
                         [&](const std::string& file) { return what.starts_with(file + ':'); }),
             "a refusal begins with its place:", what);
     Require(IsLine(what), "a refusal is a line of text:", what);
+    return std::nullopt;
   }
 }
 

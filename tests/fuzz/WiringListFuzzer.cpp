@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -57,12 +56,8 @@ void CheckMap(Read read) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(bytes), size);
-  fuzz::CheckReading([&] { return ReadWiringList("list", text); }, {"list"}, fuzz::PinParts::One);
-  std::optional<WiringDocument> document;
-  try {
-    document = ReadWiringList("list", text);
-  } catch (const DocumentError&) {
-  }
+  const auto document =
+      fuzz::CheckReading([&] { return ReadWiringList("list", text); }, {"list"}, fuzz::PinParts::One);
   if (document) CheckExport(*document);
   CheckMap([&] { MapInList("list", text); });
   CheckMap([&] { ReadChannelMap("map", text); });

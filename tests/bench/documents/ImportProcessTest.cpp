@@ -42,6 +42,14 @@ class DocumentProcess : public testing::Test {
   TemporaryFolder folder_;
 };
 
+TEST_F(DocumentProcess, ADocumentWithoutPinsIsRefusedByItsName) {
+  Write("list.csv", "from,to\n");
+  const ProcessResult result = Run({"import", "list.csv", "--assign", "1", "-o", "new.dat"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.errors, "kxbench: list.csv: the document has no pins\n");
+  EXPECT_FALSE(Exists("new.dat"));
+}
+
 TEST_F(DocumentProcess, ImportAssignsChannelsAndSaysWhatToWire) {
   Write("cable.csv", List);
   const ProcessResult result = Run({"import", "cable.csv", "--assign", "1", "-o", "cable.dat"});
