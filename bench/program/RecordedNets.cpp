@@ -100,25 +100,44 @@ std::vector<Net> JoinsOf(const RecordedShort& recorded, const Nets& pieces, bool
   return joins;
 }
 
-/// The records of short circuits that a check would send for these nets: how often each.
-std::map<std::pair<Net, Net>, std::size_t> ShortsOf(const Nets& expected, const Nets& measured) {
-  std::map<std::pair<Net, Net>, std::size_t> shorts;
+/// A net, and the others that it is connected with.
+using ShortCircuit = std::pair<Net, Net>;
+
+/// The records of short circuits that a check would send for these nets, by the channel that they are sent
+/// for: a check takes one channel after another.
+std::map<Channel, ShortCircuit> ShortsOf(const Nets& expected, const Nets& measured) {
+  std::map<Channel, ShortCircuit> shorts;
   for (const Net& net : measured) {
     for (const Channel channel : net) {
       const Net& own = NetWith(channel, expected);
       Net others;
       std::set_difference(net.begin(), net.end(), own.begin(), own.end(), std::back_inserter(others));
-      if (!others.empty() && channel < others.front()) ++shorts[{own, others}];
+      if (!others.empty() && channel < others.front()) shorts[channel] = {own, others};
     }
   }
   return shorts;
 }
 
-bool SendsTheseShorts(const Nets& expected, const Nets& measured,
+bool SendsTheseShorts(const std::map<Channel, ShortCircuit>& shorts,
                       const std::vector<RecordedShort>& recorded) {
-  std::map<std::pair<Net, Net>, std::size_t> wanted;
+  std::map<ShortCircuit, std::size_t> sent;
+  for (const auto& [channel, one] : shorts) ++sent[one];
+  std::map<ShortCircuit, std::size_t> wanted;
   for (const RecordedShort& one : recorded) wanted[{one.net, one.others}] = one.times;
-  return ShortsOf(expected, measured) == wanted;
+  return sent == wanted;
+}
+
+/// Whether each is sent for the first time in the order in which they were recorded.
+bool SendsThemInThisOrder(const std::map<Channel, ShortCircuit>& shorts,
+                          const std::vector<RecordedShort>& recorded) {
+  std::vector<ShortCircuit> firsts;
+  for (const auto& [channel, one] : shorts) {
+    if (std::find(firsts.begin(), firsts.end(), one) == firsts.end()) firsts.push_back(one);
+  }
+  return std::equal(firsts.begin(), firsts.end(), recorded.begin(), recorded.end(),
+                    [](const ShortCircuit& first, const RecordedShort& one) {
+                      return first.first == one.net && first.second == one.others;
+                    });
 }
 
 /// Every device that would have sent these short circuits; the first alone where the records are not
@@ -138,10 +157,13 @@ std::set<Nets> Devices(const Nets& expected, const Nets& pieces, const std::vect
     }
     ways = std::move(next);
   }
-  if (complete) {
-    std::erase_if(ways, [&](const Nets& way) { return !SendsTheseShorts(expected, way, shorts); });
-  }
-  return ways;
+  if (!complete) return ways;
+  std::erase_if(ways, [&](const Nets& way) { return !SendsTheseShorts(ShortsOf(expected, way), shorts); });
+  // Records that somebody has sorted still tell the nets, if not always which of several.
+  std::set<Nets> inOrder = ways;
+  std::erase_if(inOrder,
+                [&](const Nets& way) { return !SendsThemInThisOrder(ShortsOf(expected, way), shorts); });
+  return inOrder.empty() ? ways : inOrder;
 }
 
 std::vector<std::string> GapsOf(const RecordedFindings& findings, const Nets& pieces) {

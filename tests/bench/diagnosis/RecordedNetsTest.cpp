@@ -53,6 +53,24 @@ INSTANTIATE_TEST_SUITE_P(
                                {{1, 14}, {4, 17}},
                                "1 17 | 4 14",
                                {}},
+                    RecordsRow{"SwapOfLowerEnds",
+                               "fehlende Verbindung zwischen 1 und 2|0|1000000000|Ohm|10|0|\n"
+                               "fehlende Verbindung zwischen 3 und 4|0|1000000000|Ohm|10|0|\n"
+                               "Kurzschluss zwischen (1, 2) und 4|10|0,12|Ohm|100000000000001|0|\n"
+                               "Kurzschluss zwischen (1, 2) und 3|10|0,12|Ohm|100000000000001|0|\n"
+                               "Kurzschlusstest|0|2||0||\n",
+                               {{1, 2}, {3, 4}},
+                               "1 4 | 2 3",
+                               {}},
+                    RecordsRow{"SwapOfALowerAndAHigherEnd",
+                               "fehlende Verbindung zwischen 1 und 2|0|1000000000|Ohm|10|0|\n"
+                               "fehlende Verbindung zwischen 3 und 4|0|1000000000|Ohm|10|0|\n"
+                               "Kurzschluss zwischen (1, 2) und 3|10|0,12|Ohm|100000000000001|0|\n"
+                               "Kurzschluss zwischen (1, 2) und 4|10|0,12|Ohm|100000000000001|0|\n"
+                               "Kurzschlusstest|0|2||0||\n",
+                               {{1, 2}, {3, 4}},
+                               "1 3 | 2 4",
+                               {}},
                     RecordsRow{
                         "PairThatItsNetContradicts",
                         "fehlende Verbindung zwischen 1 und 2|0|11|Ohm|10|0|\nKurzschlusstest|0|0||0||\n",
