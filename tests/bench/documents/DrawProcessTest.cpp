@@ -32,14 +32,28 @@ class DrawProcess : public testing::Test {
   ProcessResult Run(const std::string& example, const std::vector<std::string>& options,
                     const std::string& command = "draw") {
     const fs::path harness = DrawnExamples() / example / example;
+    return RunProgram({"--project", harness.string(), command, harness.string() + ".dat"}, options);
+  }
+
+  /// Draws the document of an example that has this ending.
+  ProcessResult RunOnDocument(const std::string& example, const std::string& ending,
+                              const std::vector<std::string>& options) {
+    return RunProgram({"draw", (DrawnExamples() / example / (example + ending)).string()}, options);
+  }
+
+  ProcessResult RunProgram(std::vector<std::string> arguments, const std::vector<std::string>& options) {
     Process process;
     process.program = KXBENCH_PROGRAM;
-    process.arguments = {"--project", harness.string(), command, harness.string() + ".dat"};
+    process.arguments = std::move(arguments);
     process.arguments.insert(process.arguments.end(), options.begin(), options.end());
     process.folder = folder_.Path().string();
     process.environment["BRENMOR_TRACE"] = (folder_.Path() / "trace").string();
     process.environment["LC_ALL"] = "C";
     return process.Run();
+  }
+
+  static std::string Map(const std::string& example) {
+    return (DrawnExamples() / example / (example + ".map.csv")).string();
   }
 
   static std::string Device(const std::string& example, const std::string& device) {
@@ -52,27 +66,36 @@ class DrawProcess : public testing::Test {
 };
 
 /// drawing-EXAMPLE.svg is what its expectation looks like; drawing-EXAMPLE.DEVICE.svg has the device's
-/// faults.
+/// faults; drawing-EXAMPLE.csv.svg, .yml and .kbl are the documents.
 TEST_F(DrawProcess, ThePicturesOfTheGuideAreWhatIsDrawn) {
   int pictures = 0;
   int withFaults = 0;
+  int documents = 0;
   for (const auto& entry : fs::directory_iterator(ImagesFolder())) {
     const std::string stem = entry.path().stem().string();
     if (entry.path().extension() != ".svg" || !stem.starts_with("drawing-")) continue;
     const std::string name = stem.substr(std::string("drawing-").size());
     const std::size_t dot = name.find('.');
     const std::string example = name.substr(0, dot);
+    const std::string drawn = dot == std::string::npos ? "" : name.substr(dot);
     std::vector<std::string> options = {"-o", "p.svg"};
-    if (dot != std::string::npos) {
-      ++withFaults;
-      options.insert(options.end(), {"--device", Device(example, name.substr(dot + 1)), "--faults"});
-    }
     ++pictures;
-    EXPECT_EQ(Run(example, options).status, dot == std::string::npos ? 0 : 1) << name;
+    if (drawn == ".csv" || drawn == ".yml" || drawn == ".kbl") {
+      ++documents;
+      options.insert(options.end(), {"--map", Map(example)});
+      EXPECT_EQ(RunOnDocument(example, drawn, options).status, 0) << name;
+    } else if (!drawn.empty()) {
+      ++withFaults;
+      options.insert(options.end(), {"--device", Device(example, drawn.substr(1)), "--faults"});
+      EXPECT_EQ(Run(example, options).status, 1) << name;
+    } else {
+      EXPECT_EQ(Run(example, options).status, 0) << name;
+    }
     EXPECT_EQ(BytesOf(In("p.svg")), BytesOf(entry.path())) << name << ": scripts/screenshots draws it anew";
   }
   EXPECT_GE(pictures, 5);
   EXPECT_GE(withFaults, 2);
+  EXPECT_GE(documents, 3);
 }
 
 TEST_F(DrawProcess, WritesAnSvgAndSaysSo) {
@@ -125,26 +148,17 @@ TEST_F(DrawProcess, ADiagnosisThatWasKeptGivesTheSameDrawing) {
 }
 
 TEST_F(DrawProcess, DocumentsAreDrawnWithAndWithoutTheirMap) {
-  const fs::path folder = DrawnExamples() / "trailer-adapter";
-  const auto draw = [&](const std::string& ending, const std::vector<std::string>& options) {
-    Process process;
-    process.program = KXBENCH_PROGRAM;
-    process.arguments = {"draw", (folder / ("trailer-adapter" + ending)).string(), "-o", "p.svg"};
-    process.arguments.insert(process.arguments.end(), options.begin(), options.end());
-    process.folder = folder_.Path().string();
-    process.environment["LC_ALL"] = "C";
-    return process.Run();
-  };
+  const std::string example = "trailer-adapter";
   for (const std::string ending : {".csv", ".yml", ".kbl"}) {
     SCOPED_TRACE(ending);
-    const ProcessResult alone = draw(ending, {});
+    const ProcessResult alone = RunOnDocument(example, ending, {"-o", "p.svg"});
     EXPECT_EQ(alone.status, 0) << alone.errors;
     const std::string plain = BytesOf(In("p.svg"));
     EXPECT_THAT(plain, StartsWith("<svg"));
-    EXPECT_EQ(draw(ending, {"--map", (folder / "trailer-adapter.map.csv").string()}).status, 0);
+    EXPECT_EQ(RunOnDocument(example, ending, {"-o", "p.svg", "--map", Map(example)}).status, 0);
     EXPECT_NE(BytesOf(In("p.svg")), plain) << "the channels stand beside the pins";
   }
-  const ProcessResult measured = draw(".csv", {"--faults"});
+  const ProcessResult measured = RunOnDocument(example, ".csv", {"-o", "p.svg", "--faults"});
   EXPECT_EQ(measured.status, 2);
   EXPECT_THAT(measured.errors, HasSubstr("measuring a device needs an expectation file"));
 }
