@@ -22,6 +22,16 @@ TEST(TimeSource, StoppedMovesOnlyWhenTold) {
   EXPECT_EQ(time.Seconds(), start + 2.5);
 }
 
+// Counted from the start of the system, a step would be rounded to what a double holds beside weeks of
+// seconds.
+TEST(TimeSource, StepsAreExactHoweverLongTheSystemRuns) {
+  TimeSource time;
+  time.SetManual(true);
+  const double start = time.Seconds();
+  time.Advance(0.1);
+  EXPECT_NEAR(time.Seconds() - start, 0.1, 1e-15);
+}
+
 TEST(TimeSource, NeverRunsBackwards) {
   TimeSource time;
   double last = time.Seconds();
