@@ -10,8 +10,6 @@ namespace kxbench::documents {
 
 namespace {
 
-constexpr std::string_view XmlBlanks = " \t\r\n";
-
 bool IsOccurrence(std::string_view name) {
   return name == "Connector_occurrence" || name == "Component_box_occurrence";
 }
@@ -23,17 +21,17 @@ bool IsSplice(const XmlSource& source, pugi::xml_node occurrence) {
                     [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; });
 }
 
-/// The ids of a reference that may name several.
-std::vector<std::string_view> IdsIn(std::string_view references) {
-  std::vector<std::string_view> ids;
-  while (true) {
-    const std::size_t start = references.find_first_not_of(XmlBlanks);
-    if (start == std::string_view::npos) return ids;
-    references.remove_prefix(start);
-    const std::size_t end = std::min(references.find_first_of(XmlBlanks), references.size());
-    ids.push_back(references.substr(0, end));
-    references.remove_prefix(end);
+/// The ids of the cavities that an occurrence's contact points are in.
+std::set<std::string_view> ContactedIn(pugi::xml_node occurrence) {
+  std::set<std::string_view> contacted;
+  for (const pugi::xml_node point : occurrence.children()) {
+    if (XmlName(point) != "Contact_points") continue;
+    for (const pugi::xml_node child : point.children()) {
+      if (XmlName(child) != "Contacted_cavity") continue;
+      for (const std::string_view id : KblIdsIn(XmlRawText(child))) contacted.insert(id);
+    }
   }
+  return contacted;
 }
 
 template <typename Value>
@@ -69,7 +67,7 @@ void KblHarness::NoteIgnored(pugi::xml_node element) {
   const std::string_view name = XmlName(element);
   if (name == "Assembly_part_occurrence") Ignore(element, "assembly parts, whose insides are not read");
   if (name == "Component_box_occurrence")
-    Ignore(element, "component boxes, whose inner connections are not read");
+    Ignore(element, "component boxes, whose fuses and relays are taken as not fitted");
   if (name == "Module" || name == "Module_configuration" || name == "Harness_configuration") {
     Ignore(element, "modules and configurations, whose variants are taken together");
   }
@@ -91,7 +89,13 @@ std::string KblHarness::AddOccurrence(pugi::xml_node occurrence) {
   const bool splice = IsSplice(source_, occurrence);
   std::string name = NameOf(occurrence, splice);
   if (splice) builder_.MakeSplice(name);
-  AddCavities(name, parts_.CavitiesOf(occurrence));
+  std::vector<KblCavity> cavities = parts_.CavitiesOf(occurrence);
+  // A socket of a box takes a fuse or a relay: no contact of the harness, unless a wire ends there.
+  const std::set<std::string_view> contacted = ContactedIn(occurrence);
+  std::erase_if(cavities, [&](const KblCavity& cavity) {
+    return cavity.socket && !contacted.contains(XmlAttribute(cavity.node, "id"));
+  });
+  AddCavities(name, cavities, parts_.InsideOf(XmlRawText(XmlChild(occurrence, "Part"))));
   return name;
 }
 
@@ -110,11 +114,13 @@ std::string KblHarness::NameOf(pugi::xml_node occurrence, bool splice) {
   return name;
 }
 
-void KblHarness::AddCavities(const std::string& connector, const std::vector<KblCavity>& cavities) {
+void KblHarness::AddCavities(const std::string& connector, const std::vector<KblCavity>& cavities,
+                             const KblIds<std::size_t>& inside) {
   std::set<std::string> numbers;
   for (const KblCavity& cavity : cavities) numbers.insert(cavity.number);
   const bool bySlot = numbers.size() < cavities.size();
   std::set<std::string> own;
+  std::map<std::size_t, std::size_t> insidePins;
   for (const KblCavity& cavity : cavities) {
     const Pin pin{connector, bySlot ? cavity.slot + '_' + cavity.number : cavity.number};
     if (!own.insert(pin.pin).second) {
@@ -122,8 +128,12 @@ void KblHarness::AddCavities(const std::string& connector, const std::vector<Kbl
                           "cavity " + pin.pin + " of " + connector + " is there twice");
     }
     pins_.insert(pin);
-    AddKblId(source_, cavities_, cavity.node, builder_.AddPin(pin, source_.PlaceOf(cavity.node)));
-    if (XmlChild(cavity.node, "Mated_cavities")) {
+    const std::size_t number = builder_.AddPin(pin, source_.PlaceOf(cavity.node));
+    AddKblId(source_, cavities_, cavity.node, number);
+    if (const auto group = inside.find(cavity.part); group != inside.end()) {
+      builder_.Connect(insidePins.emplace(group->second, number).first->second, number, false);
+    }
+    if (XmlChild(cavity.node, "Mated_cavities") || XmlChild(cavity.node.parent(), "Mated_slots")) {
       Ignore(cavity.node, "cavities mated with others, not taken as connected");
     }
   }
@@ -138,7 +148,7 @@ void KblHarness::AddContactPoint(const std::string& connector, pugi::xml_node po
   std::optional<std::size_t> first;
   for (const pugi::xml_node child : point.children()) {
     if (XmlName(child) != "Contacted_cavity") continue;
-    for (const std::string_view id : IdsIn(XmlRawText(child))) {
+    for (const std::string_view id : KblIdsIn(XmlRawText(child))) {
       const auto cavity = cavities_.find(id);
       if (cavity == cavities_.end()) {
         throw DocumentError(source_.PlaceOf(child), "no connector has a cavity with the id " + ShownText(id));

@@ -32,7 +32,8 @@ class KblHarness {
   void NoteIgnored(pugi::xml_node element);
   std::string AddOccurrence(pugi::xml_node occurrence);
   std::string NameOf(pugi::xml_node occurrence, bool splice);
-  void AddCavities(const std::string& connector, const std::vector<KblCavity>& cavities);
+  void AddCavities(const std::string& connector, const std::vector<KblCavity>& cavities,
+                   const KblIds<std::size_t>& inside);
   void AddContactPoint(const std::string& connector, pugi::xml_node point);
   std::size_t PinOfPointWithoutCavity(const std::string& connector, pugi::xml_node point);
   void AddWire(pugi::xml_node occurrence);

@@ -1,5 +1,9 @@
 #include "bench/documents/KblParts.h"
 
+#include <algorithm>
+#include <optional>
+#include <utility>
+
 #include "bench/documents/NameText.h"
 
 namespace kxbench::documents {
@@ -10,12 +14,75 @@ namespace {
 constexpr int DeepestSlot = 4;
 
 bool IsSlotElement(std::string_view name) {
-  return name == "Slots" || name == "Component_slots" || name == "Component_box_connectors";
+  return name == "Slots" || name == "Integrated_slots" || name == "Component_slots" ||
+         name == "Component_box_connectors";
 }
 
-bool IsCavityElement(std::string_view name) { return name == "Cavities" || name == "Component_cavities"; }
+bool IsSocketElement(std::string_view name) { return name == "Component_cavities"; }
+
+bool IsCavityElement(std::string_view name) { return name == "Cavities" || IsSocketElement(name); }
+
+std::size_t GroupOf(std::vector<std::size_t>& parents, std::size_t member) {
+  while (parents[member] != member) {
+    parents[member] = parents[parents[member]];
+    member = parents[member];
+  }
+  return member;
+}
 
 }  // namespace
+
+std::vector<std::string_view> KblIdsIn(std::string_view references) {
+  constexpr std::string_view blanks = " \t\r\n";
+  std::vector<std::string_view> ids;
+  while (true) {
+    const std::size_t start = references.find_first_not_of(blanks);
+    if (start == std::string_view::npos) return ids;
+    references.remove_prefix(start);
+    const std::size_t end = std::min(references.find_first_of(blanks), references.size());
+    ids.push_back(references.substr(0, end));
+    references.remove_prefix(end);
+  }
+}
+
+void KblParts::AddBox(pugi::xml_node box) {
+  AddBelow(box, 0);
+  KblIds<std::size_t> members;
+  std::vector<std::size_t> parents;
+  for (const pugi::xml_node child : box.children()) {
+    if (XmlName(child) != "Connections") continue;
+    std::optional<std::size_t> first;
+    for (const std::string_view id : ConnectedInside(child)) {
+      const auto [member, isNew] = members.emplace(id, parents.size());
+      if (isNew) parents.push_back(member->second);
+      const std::size_t group = GroupOf(parents, member->second);
+      if (first) parents[group] = GroupOf(parents, *first);
+      if (!first) first = group;
+    }
+  }
+  for (auto& [id, group] : members) group = GroupOf(parents, group);
+  insides_.emplace(XmlAttribute(box, "id"), std::move(members));
+}
+
+std::vector<std::string_view> KblParts::ConnectedInside(pugi::xml_node connection) const {
+  std::vector<std::string_view> ids;
+  for (const pugi::xml_node child : connection.children()) {
+    if (!IsCavityElement(XmlName(child))) continue;
+    for (const std::string_view id : KblIdsIn(XmlRawText(child))) {
+      if (!cavityNumbers_.contains(id)) {
+        throw DocumentError(source_.PlaceOf(child), "no housing has a cavity with the id " + ShownText(id));
+      }
+      ids.push_back(id);
+    }
+  }
+  return ids;
+}
+
+const KblIds<std::size_t>& KblParts::InsideOf(std::string_view box) const {
+  static const KblIds<std::size_t> nothing;
+  const auto inside = insides_.find(box);
+  return inside == insides_.end() ? nothing : inside->second;
+}
 
 void KblParts::AddBelow(pugi::xml_node element, int depth) {
   if (depth > DeepestSlot) return;
@@ -41,8 +108,13 @@ std::vector<KblCavity> KblParts::CavitiesOf(pugi::xml_node occurrence) const {
 void KblParts::Collect(pugi::xml_node element, const std::string& slot, int depth,
                        std::vector<KblCavity>& cavities) const {
   if (depth > DeepestSlot) return;
+  const auto siblings = element.children();
+  // What a connector of a box is called says enough, where it has one slot.
+  const bool only = depth > 0 && std::count_if(siblings.begin(), siblings.end(), [](pugi::xml_node child) {
+                                   return IsSlotElement(XmlName(child));
+                                 }) == 1;
   std::size_t slots = 0;
-  for (const pugi::xml_node child : element.children()) {
+  for (const pugi::xml_node child : siblings) {
     if (IsSlotElement(XmlName(child))) {
       ++slots;
       const auto known = slotNames_.find(XmlRawText(XmlChild(child, "Part")));
@@ -50,7 +122,7 @@ void KblParts::Collect(pugi::xml_node element, const std::string& slot, int dept
       const std::string name = named ? known->second : std::to_string(slots);
       std::string path = slot.empty() ? slot : slot + '_';
       path += name;
-      Collect(child, path, depth + 1, cavities);
+      Collect(child, only ? slot : path, depth + 1, cavities);
     } else if (IsCavityElement(XmlName(child))) {
       cavities.push_back(CavityOf(child, slot));
     }
@@ -69,7 +141,7 @@ KblCavity KblParts::CavityOf(pugi::xml_node cavity, const std::string& slot) con
     throw DocumentError(source_.PlaceOf(cavity),
                         "cavity " + ShownText(part) + " needs a Cavity_number of one line");
   }
-  return {slot, number->second, cavity};
+  return {slot, number->second, part, cavity, IsSocketElement(XmlName(cavity))};
 }
 
 }  // namespace kxbench::documents

@@ -20,7 +20,8 @@ WiringDocument ReadKbl(const std::string& fileName, std::string text) {
 
   KblParts parts(source);
   for (const pugi::xml_node child : root.children()) {
-    if (XmlName(child) == "Connector_housing" || XmlName(child) == "Component_box") parts.AddHousing(child);
+    if (XmlName(child) == "Connector_housing") parts.AddHousing(child);
+    if (XmlName(child) == "Component_box") parts.AddBox(child);
   }
 
   WiringBuilder builder;

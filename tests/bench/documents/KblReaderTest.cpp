@@ -128,19 +128,79 @@ TEST(KblReaderTest, CavitiesOfSeveralSlotsAreToldApart) {
 }
 
 TEST(KblReaderTest, ComponentBoxesHaveConnectors) {
+  for (const std::string slots : {"Slots", "Integrated_slots"}) {
+    KblText kbl = TwoConnectors();
+    kbl.InContainer("<Component_box id='B'><Component_box_connectors id='bc'><Id>K</Id><" + slots +
+                    " id='bs'>" + "<Cavities id='b1'><Cavity_number>1</Cavity_number></Cavities></" + slots +
+                    "></Component_box_connectors></Component_box>");
+    kbl.InHarness(
+        "<Component_box_occurrence><Id>F1</Id><Part>B</Part><Component_box_connectors><Part>bc</Part><Slots>"
+        "<Part>bs</Part><Cavities id='f1'><Part>b1</Part></Cavities></Slots></Component_box_connectors>"
+        "<Contact_points id='fp'><Contacted_cavity>f1</Contacted_cavity></Contact_points>"
+        "</Component_box_occurrence>");
+    const WiringDocument document = ReadKblText(kbl.Wire({"X1:1", "fp"}).Text());
+    EXPECT_EQ(ConnectedNets(document), "X1.1 F1.1") << slots;
+    EXPECT_THAT(WarningLines(document),
+                HasSubstr("component boxes, whose fuses and relays are taken as not fitted: 1\n"))
+        << slots;
+  }
+}
+
+/// A box with the connectors K (cavities 1 and 2) and L (1), and two sockets of a fuse. K1 and L1 lead to the
+/// first socket, by two connections, K2 leads to the other one.
+KblText FuseBox(const std::string& contactPoints = {}) {
+  const auto cavity = [](const std::string& element, const std::string& id, const std::string& number) {
+    return "<" + element + " id='" + id + "'><Cavity_number>" + number + "</Cavity_number></" + element + ">";
+  };
+  const auto used = [](const std::string& element, const std::string& id) {
+    return "<" + element + " id='f." + id + "'><Part>" + id + "</Part></" + element + ">";
+  };
   KblText kbl = TwoConnectors();
   kbl.InContainer(
-      "<Component_box id='B'><Component_box_connectors id='bc'><Id>K</Id><Slots id='bs'><Cavities id='b1'>"
-      "<Cavity_number>1</Cavity_number></Cavities></Slots></Component_box_connectors></Component_box>");
+      "<Component_box id='B'><Component_box_connectors id='k'><Id>K</Id><Integrated_slots id='ks'>"
+      "<Id>default</Id>" +
+      cavity("Cavities", "k1", "1") + cavity("Cavities", "k2", "2") +
+      "</Integrated_slots></Component_box_connectors><Component_box_connectors id='l'><Id>L</Id>"
+      "<Integrated_slots id='ls'><Id>default</Id>" +
+      cavity("Cavities", "l1", "1") +
+      "</Integrated_slots></Component_box_connectors><Component_slots id='s'><Id>S</Id>" +
+      cavity("Component_cavities", "s1", "1") + cavity("Component_cavities", "s2", "2") +
+      "</Component_slots>"
+      "<Connections><Cavities>k1</Cavities><Component_cavities>s1</Component_cavities></Connections>"
+      "<Connections><Cavities>k2</Cavities><Component_cavities>s2</Component_cavities></Connections>"
+      "<Connections><Cavities>l1</Cavities><Component_cavities>\ns1 </Component_cavities>"
+      "</Connections></Component_box>");
+  return kbl.InHarness(
+      "<Component_box_occurrence><Id>F</Id><Part>B</Part><Component_box_connectors><Part>k</Part><Slots>"
+      "<Part>ks</Part>" +
+      used("Cavities", "k1") + used("Cavities", "k2") +
+      "</Slots></Component_box_connectors><Component_box_connectors><Part>l</Part><Slots><Part>ls</Part>" +
+      used("Cavities", "l1") + "</Slots></Component_box_connectors><Component_slots><Part>s</Part>" +
+      used("Component_cavities", "s1") + used("Component_cavities", "s2") + "</Component_slots>" +
+      contactPoints + "</Component_box_occurrence>");
+}
+
+TEST(KblReaderTest, TheInsideOfAComponentBoxConnectsItsCavities) {
+  const WiringDocument document = ReadKblText(FuseBox().Text());
+  EXPECT_EQ(ConnectedNets(document), "F.K_1 F.L_1");
+  EXPECT_EQ(AllPins(document), "X1.1 X1.2 X1.3 X2.1 X2.2 X2.3 F.K_1 F.K_2 F.L_1");
+  EXPECT_EQ(document.wires, 0U);
+}
+
+TEST(KblReaderTest, TwoComponentBoxesOfOnePartAreApart) {
+  KblText kbl = FuseBox();
   kbl.InHarness(
-      "<Component_box_occurrence><Id>F1</Id><Component_box_connectors><Part>bc</Part><Slots><Part>bs</Part>"
-      "<Cavities id='f1'><Part>b1</Part></Cavities></Slots></Component_box_connectors><Contact_points "
-      "id='fp'>"
-      "<Contacted_cavity>f1</Contacted_cavity></Contact_points></Component_box_occurrence>");
-  const WiringDocument document = ReadKblText(kbl.Wire({"X1:1", "fp"}).Text());
-  EXPECT_EQ(ConnectedNets(document), "X1.1 F1.1");
-  EXPECT_THAT(WarningLines(document),
-              HasSubstr("component boxes, whose inner connections are not read: 1\n"));
+      "<Component_box_occurrence><Id>G</Id><Part>B</Part><Component_box_connectors><Slots><Cavities>"
+      "<Part>k1</Part></Cavities><Cavities><Part>k2</Part></Cavities></Slots></Component_box_connectors>"
+      "</Component_box_occurrence>");
+  EXPECT_EQ(ConnectedNets(ReadKblText(kbl.Text())), "F.K_1 F.L_1");
+}
+
+TEST(KblReaderTest, ASocketIsAPinWhereAWireEndsOnIt) {
+  const std::string point =
+      "<Contact_points id='p'><Contacted_cavity>f.s2</Contacted_cavity></Contact_points>";
+  const WiringDocument document = ReadKblText(FuseBox(point).Wire({"X1:1", "p"}).Text());
+  EXPECT_EQ(ConnectedNets(document), "X1.1 F.K_2 F.S_2; F.K_1 F.L_1");
 }
 
 TEST(KblReaderTest, NamesAreReadAsXmlWritesThem) {
@@ -225,7 +285,12 @@ INSTANTIATE_TEST_SUITE_P(
                   TwoConnectors().InHarness(
                       "<Connector_occurrence><Id>X3</Id><Slots><Cavities><Part>H.1</Part>"
                       "<Mated_cavities>X1/1</Mated_cavities></Cavities></Slots></Connector_occurrence>"),
-                  "7:41: cavities mated with others, not taken as connected: 1"}),
+                  "7:41: cavities mated with others, not taken as connected: 1"},
+        WarnedKbl{"MatedSlots",
+                  TwoConnectors().InHarness(
+                      "<Connector_occurrence><Id>X3</Id><Slots><Mated_slots>X1/s</Mated_slots><Cavities>"
+                      "<Part>H.1</Part></Cavities></Slots></Connector_occurrence>"),
+                  "7:72: cavities mated with others, not taken as connected: 1"}),
     RowName<WarnedKbl>);
 
 struct BadKbl {
@@ -294,6 +359,13 @@ INSTANTIATE_TEST_SUITE_P(
                   "<Connector_occurrence><Id>X3</Id><Slots><Cavities><Part>H.9</Part></Cavities></Slots></"
                   "Connector_occurrence>",
                   ":7:41: no housing has a cavity with the id H.9"),
+        BadKbl{
+            "UnknownCavityInABox",
+            TwoConnectors()
+                .InContainer("<Component_box id='B'><Connections><Cavities>H.1 H.9</Cavities></Connections>"
+                             "</Component_box>")
+                .Text(),
+            ":4:36: no housing has a cavity with the id H.9"},
         InHarness("CavityWithoutPart",
                   "<Connector_occurrence><Id>X3</Id><Slots><Cavities/></Slots></Connector_occurrence>",
                   ":7:41: a cavity without its Part"),
