@@ -1,7 +1,9 @@
 #include <string>
 #include <vector>
 
+#include "bench/documents/DrawingLayout.h"
 #include "bench/documents/DrawingLists.h"
+#include "bench/documents/DrawingStyle.h"
 #include "bench/documents/DrawingSvg.h"
 #include "bench/documents/DrawingText.h"
 
@@ -37,7 +39,8 @@ button b { color: #c8102e; }
 .or { margin: 0 0 0.3rem 2rem; color: #5c5c5c; overflow-wrap: anywhere; }
 .help { margin: 0 0 0.6rem; color: #5c5c5c; }
 #all { border-color: #808080; }
-svg.harness { display: block; }
+.drawing svg { display: block; }
+.sheets { display: none; }
 svg.harness .net, svg.harness .pin[data-net] { cursor: pointer; }
 svg.harness.alone .net:not(.shown), svg.harness.alone .extra:not(.shown) { opacity: 0.06; }
 svg.harness.alone .pin:not(.shown) { opacity: 0.3; }
@@ -50,11 +53,15 @@ svg.harness.alone .pin:not(.shown) { opacity: 0.3; }
   @page { margin: 10mm; }
   main { display: block; }
   .drawing { max-width: none; overflow: visible; }
-  svg.harness { max-width: 100%; height: auto; }
-  aside { position: static; max-height: none; overflow: visible; padding: 0; font-size: 9pt; }
-  #nets { columns: 2; column-gap: 1rem; }
+  .sheeted .whole { display: none; }
+  .sheets { display: block; }
+  .drawing svg { max-width: 100%; max-height: 100vh; height: auto; break-inside: avoid; }
+  aside { position: static; max-height: none; overflow: visible; padding: 0; font-size: 8.5pt; line-height: 1.25; }
+  h2 { break-after: avoid; }
+  #nets > li { display: inline-block; width: 49%; vertical-align: top; }
   li { break-inside: avoid; }
   .help, #all { display: none; }
+  button { padding: 0 0.4rem 0 1.4rem; border: none; text-indent: -1rem; }
   button[aria-pressed="true"] { background: none; }
 }
 </style>
@@ -126,9 +133,45 @@ document.addEventListener("keydown", event => {
 </script>
 )";
 
+constexpr const char* DrawingId = "drawing";
+
 std::string PressButton(const std::string& shows, const std::string& content) {
   return "<button type=\"button\" aria-pressed=\"false\" data-shows=\"" + shows + "\">" + content +
          "</button>";
+}
+
+/// A part of the drawing, below the names of the connectors that the sheet before began.
+std::string SheetPart(const PrintedSheet& sheet, double width) {
+  const double band = sheet.continued.empty() ? 0 : TextLineHeight + 4;
+  const double top = sheet.top - band;
+  std::string html = "<svg" + Attribute("width", width) + Attribute("height", sheet.bottom - top) +
+                     Attribute("viewBox", "0 " + Coordinate(top) + " " + Coordinate(width) + " " +
+                                              Coordinate(sheet.bottom - top)) +
+                     Attribute("font-size", FontSize) + "><use href=\"#" + DrawingId + "\"/>";
+  if (band > 0) {
+    // Higher than the band: a browser that rounds the sheet's size shows a little of what is above.
+    html += "<rect" + Attribute("y", top - band) + Attribute("width", width) + Attribute("height", 2 * band) +
+            " fill=\"#ffffff\"/>";
+  }
+  for (const ContinuedBox& box : sheet.continued) {
+    html += TextElement(box.x, top + band / 2, box.left ? Anchor::Start : Anchor::End,
+                        box.title + ", continued", Attribute("fill", Black));
+  }
+  return html + "</svg>\n";
+}
+
+/// The drawing as it is shown, and, where paper needs several sheets, once more for them.
+std::string DrawingPart(const SvgDrawing& drawing) {
+  const std::vector<PrintedSheet>& sheets = drawing.printed.sheets;
+  const bool sheeted = sheets.size() > 1;
+  std::string html = std::string("<div class=\"drawing") + (sheeted ? " sheeted" : "") +
+                     "\">\n<div class=\"whole\">\n" + drawing.text + "</div>\n";
+  if (sheeted) {
+    html += "<div class=\"sheets\">\n";
+    for (const PrintedSheet& sheet : sheets) html += SheetPart(sheet, drawing.width);
+    html += "</div>\n";
+  }
+  return html + "</div>\n";
 }
 
 /// What a click on a fault shows: the nets concerned, and its contacts.
@@ -178,9 +221,11 @@ std::string HtmlOf(const HarnessPicture& picture, const std::vector<FaultMark>& 
   std::string html = Head;
   html += "<title>" + XmlText(picture.title) + "</title>\n";
   html += Style;
-  html += "</head>\n<body>\n<main>\n<div class=\"drawing\">\n";
-  html += SvgElement(picture, faults, marks, options);
-  html += "</div>\n<aside>\n";
+  const SvgDrawing drawing = SvgElement(picture, faults, marks, options, DrawingId);
+  if (drawing.printed.landscape) html += "<style>@page { size: landscape; }</style>\n";
+  html += "</head>\n<body>\n<main>\n";
+  html += DrawingPart(drawing);
+  html += "<aside>\n";
   if (!faults.empty()) {
     html += "<h2>Faults</h2>\n<ol id=\"faults\">\n" + FaultItems(picture, faults, marks) + "</ol>\n";
   }

@@ -33,11 +33,12 @@ const char* WordOf(ExtraKind kind) {
 class SvgWriter {
  public:
   SvgWriter(const HarnessPicture& picture, const std::vector<FaultMark>& faults, const Marks& marks,
-            const DrawingOptions& options)
+            const DrawingOptions& options, const std::string& id)
       : picture_(picture),
         faults_(faults),
         marks_(marks),
         options_(options),
+        id_(id),
         layout_(LaidOut(picture, marks)) {
     width_ = std::max(layout_.width + 2 * DrawingMargin, LeastWidth);
     left_ = (width_ - layout_.width) / 2;
@@ -49,7 +50,7 @@ class SvgWriter {
     }
   }
 
-  std::string Text() {
+  SvgDrawing Drawing() {
     for (const DrawnLine& line : layout_.lines) {
       if (line.mark == NetMark::None) AddLine(line);
     }
@@ -61,7 +62,9 @@ class SvgWriter {
     constexpr double gap = 22;
     const Notes notes =
         NotesBelow({picture_, faults_, layout_, width_}, head_ + layout_.height + gap, options_.faultList);
-    return Head(notes.bottom + DrawingMargin - TextLineHeight / 2) + body_ + notes.svg + "</svg>\n";
+    const double height = notes.bottom + DrawingMargin - TextLineHeight / 2;
+    return {Head(height) + body_ + notes.svg + "</svg>\n", width_,
+            SheetsOf(layout_, {width_, height, head_, left_})};
   }
 
  private:
@@ -74,6 +77,7 @@ class SvgWriter {
 
   std::string Head(double height) const {
     std::string text = "<svg xmlns=\"http://www.w3.org/2000/svg\" class=\"harness\"";
+    if (!id_.empty()) text += Attribute("id", id_);
     text += Attribute("width", width_) + Attribute("height", height);
     text += Attribute("viewBox", "0 0 " + Coordinate(width_) + " " + Coordinate(height));
     text +=
@@ -210,6 +214,7 @@ class SvgWriter {
   const std::vector<FaultMark>& faults_;
   const Marks& marks_;
   const DrawingOptions& options_;
+  const std::string& id_;
   DrawingLayout layout_;
   std::vector<std::size_t> netOf_;  // of each pin with a line; else the number of nets
   double width_ = 0;
@@ -221,14 +226,14 @@ class SvgWriter {
 
 }  // namespace
 
-std::string SvgElement(const HarnessPicture& picture, const std::vector<FaultMark>& faults,
-                       const Marks& marks, const DrawingOptions& options) {
-  return SvgWriter(picture, faults, marks, options).Text();
+SvgDrawing SvgElement(const HarnessPicture& picture, const std::vector<FaultMark>& faults, const Marks& marks,
+                      const DrawingOptions& options, const std::string& id) {
+  return SvgWriter(picture, faults, marks, options, id).Drawing();
 }
 
 std::string SvgOf(const HarnessPicture& picture, const std::vector<FaultMark>& marks,
                   const DrawingOptions& options) {
-  return SvgElement(picture, marks, MarksIn(picture, marks), options);
+  return SvgElement(picture, marks, MarksIn(picture, marks), options).text;
 }
 
 }  // namespace kxbench::documents

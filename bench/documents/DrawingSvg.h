@@ -5,11 +5,19 @@
 
 #include "bench/documents/Drawing.h"
 #include "bench/documents/DrawingMarks.h"
+#include "bench/documents/DrawingSheets.h"
 
 namespace kxbench::documents {
 
-/// SvgOf, where the marks are known already.
-std::string SvgElement(const HarnessPicture& picture, const std::vector<FaultMark>& faults,
-                       const Marks& marks, const DrawingOptions& options);
+/// An <svg> element with what is to be known of it for printing.
+struct SvgDrawing {
+  std::string text;
+  double width = 0;
+  PrintedSheets printed;
+};
+
+/// SvgOf, where the marks are known already. `id` is the element's own; empty: none.
+SvgDrawing SvgElement(const HarnessPicture& picture, const std::vector<FaultMark>& faults, const Marks& marks,
+                      const DrawingOptions& options, const std::string& id = {});
 
 }  // namespace kxbench::documents

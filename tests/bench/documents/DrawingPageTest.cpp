@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 #include "bench/documents/DrawingText.h"
 #include "tests/bench/documents/DrawingGeometry.h"
@@ -18,10 +19,11 @@ using shorttest::testkit::AskPage;
 
 class DrawingPage : public testing::Test {
  protected:
-  std::string Ask(const std::string& page, const std::string& script) {
+  std::string Ask(const std::string& page, const std::string& script,
+                  shorttest::testkit::PageSize size = {}) {
     const std::filesystem::path file = folder_.Path() / "page.html";
     std::ofstream(file, std::ios::binary) << page;
-    return AskPage(file, DrawingGeometry + script);
+    return AskPage(file, DrawingGeometry + script, size);
   }
 
   TemporaryFolder folder_;
@@ -136,6 +138,78 @@ TEST_F(DrawingPage, AClickOnANetShowsItAlone) {
 TEST_F(DrawingPage, AClickOnANetShowsItAloneWhereFaultsAreMarked) {
   const HarnessPicture picture = ExamplePicture("atx-extension");
   EXPECT_EQ(Ask(HtmlOf(picture, RandomMarks(2, picture)), ClickEveryNet), "");
+}
+
+/// The page as it is printed on A4: its rules for print hold for the screen, which is as large as the paper
+/// between its margins.
+constexpr const char* OnPaper = R"JS(
+const rules = [...document.styleSheets[0].cssRules].filter(rule => rule.media && rule.media.mediaText === 'print');
+const style = document.createElement('style');
+style.textContent = rules.flatMap(rule => [...rule.cssRules]).filter(rule => rule.selectorText)
+    .map(rule => rule.cssText).join('\n');
+document.head.append(style);
+const shown = [...document.querySelectorAll('.drawing svg')].filter(svg => rectOf(svg).width > 0);
+)JS";
+
+constexpr const char* ProblemsOfSheets = R"JS(
+const problems = shown.length < 2 ? ['one sheet'] : [];
+if (!shown[1].textContent.includes('continued')) problems.push('no connector is continued');
+let bottom = 0;
+for (const sheet of shown) {
+  const part = sheet.viewBox.baseVal;
+  const cover = sheet.querySelector('rect')?.getBBox();
+  const band = cover ? cover.y + cover.height - part.y : 0;
+  if (sheet.querySelector('use').getAttribute('href') !== '#' + whole.id) problems.push('no part of the drawing');
+  if (part.x !== 0 || Math.abs(part.y + band - bottom) > 0.01) problems.push(`a sheet begins at ${part.y}, not at ${bottom}`);
+  for (const name of sheet.querySelectorAll('text')) {
+    const box = name.getBBox();
+    if (box.y < part.y || box.y + box.height > part.y + band || box.x < 0 || box.x + box.width > part.width) problems.push('a name is cut');
+  }
+  bottom = part.y + part.height;
+  if (texts.some(text => text.y < bottom && text.y + text.height > bottom)) problems.push(`${bottom} cuts a text`);
+  const points = Math.min(rectOf(sheet).width / part.width, rectOf(sheet).height / part.height) * 11 * 0.75;
+  if (points < 6) problems.push(`texts of ${points} points`);
+  if (rectOf(sheet).height > window.innerHeight + 0.01 || rectOf(sheet).width > window.innerWidth) problems.push('too large');
+}
+if (Math.abs(bottom - height) > 0.01) problems.push(`the sheets end at ${bottom}, not at ${height}`);
+return problems.join('\n');
+)JS";
+
+/// Ten connectors of 24 contacts, with short names.
+HarnessPicture NarrowPicture() {
+  HarnessPicture picture;
+  for (std::size_t i = 0; i < 240; ++i) {
+    picture.pins.push_back({static_cast<std::int32_t>(i + 1), "X" + std::to_string(i / 24),
+                            std::to_string(i % 24 + 1), "", false});
+    if (i % 2 == 1) picture.nets.push_back({"", {i / 2, 120 + i * 7 % 120}});
+  }
+  return picture;
+}
+
+TEST_F(DrawingPage, ALargeDrawingIsPrintedOnSheetsThatCutNoText) {
+  const std::string measured =
+      std::string("const whole = document.querySelector('svg.harness');") +
+      "const texts = [...whole.querySelectorAll('text')].map(text => text.getBBox());" +
+      "const height = whole.viewBox.baseVal.height;" + OnPaper + ProblemsOfSheets;
+  const shorttest::testkit::PageSize upright = {718, 1046};
+  const shorttest::testkit::PageSize across = {1046, 718};
+  std::set<bool> seen;
+  for (const HarnessPicture& picture : {NarrowPicture(), RandomPicture(5, 240)}) {
+    for (const std::vector<FaultMark>& faults : {std::vector<FaultMark>(), RandomMarks(5, picture)}) {
+      const std::string page = HtmlOf(picture, faults);
+      const bool landscape = page.find("size: landscape") != std::string::npos;
+      seen.insert(landscape);
+      EXPECT_EQ(Ask(page, measured, landscape ? across : upright), "");
+    }
+  }
+  EXPECT_EQ(seen.size(), 2U);
+}
+
+TEST_F(DrawingPage, ASmallDrawingIsPrintedAsItIs) {
+  EXPECT_EQ(
+      Ask(HtmlOf(RandomPicture(48, 48)),
+          std::string(OnPaper) + "return shown.map(svg => svg.getAttribute('class')).join();", {718, 1046}),
+      "harness");
 }
 
 TEST_F(DrawingPage, AClickOnAFaultShowsItsNetsAndContacts) {
