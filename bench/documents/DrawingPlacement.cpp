@@ -41,13 +41,14 @@ void AddChannelBlocks(const HarnessPicture& picture, std::vector<std::size_t> lo
 }
 
 /// Where a net has pins on a block: the rows of the first and the last.
-struct Part {
+struct NetOnBlock {
   std::size_t block;
   std::int32_t first;
   std::int32_t last;
 };
 
-std::vector<std::vector<Part>> PartsOf(const std::vector<DrawnBlock>& blocks, const HarnessPicture& picture) {
+std::vector<std::vector<NetOnBlock>> PartsOf(const std::vector<DrawnBlock>& blocks,
+                                             const HarnessPicture& picture) {
   struct Spot {
     std::size_t block = 0;
     std::int32_t row = 0;
@@ -58,12 +59,13 @@ std::vector<std::vector<Part>> PartsOf(const std::vector<DrawnBlock>& blocks, co
       spots[blocks[block].pins[i]] = {block, static_cast<std::int32_t>(i)};
     }
   }
-  std::vector<std::vector<Part>> nets;
+  std::vector<std::vector<NetOnBlock>> nets;
   for (const DrawnNet& net : picture.nets) {
-    std::map<std::size_t, Part> parts;
+    std::map<std::size_t, NetOnBlock> parts;
     for (const std::size_t pin : net.pins) {
       const Spot& spot = spots[pin];
-      Part& part = parts.try_emplace(spot.block, Part{spot.block, spot.row, spot.row}).first->second;
+      NetOnBlock& part =
+          parts.try_emplace(spot.block, NetOnBlock{spot.block, spot.row, spot.row}).first->second;
       part.first = std::min(part.first, spot.row);
       part.last = std::max(part.last, spot.row);
     }
@@ -131,7 +133,7 @@ class Search {
       if (net.empty()) continue;
       std::int64_t first = std::numeric_limits<std::int64_t>::max();
       std::int64_t last = 0;
-      for (const Part& part : net) {
+      for (const NetOnBlock& part : net) {
         first = std::min(first, tops_[part.block] + part.first);
         last = std::max(last, tops_[part.block] + part.last);
       }
@@ -220,7 +222,7 @@ class Search {
     }
   }
 
-  std::vector<std::vector<Part>> nets_;
+  std::vector<std::vector<NetOnBlock>> nets_;
   std::vector<std::int64_t> tops_;
   std::vector<std::int64_t> rows_;
   std::vector<std::size_t> order_;  // the left column's blocks, then the right one's

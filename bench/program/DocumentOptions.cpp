@@ -11,7 +11,7 @@ namespace kxbench {
 
 namespace {
 
-constexpr ChoiceWord<documents::DocumentFormat> FormatWords[] = {
+constexpr ChoiceWord<documents::DocumentFormat> DocumentFormatWords[] = {
     {"csv", documents::DocumentFormat::Csv},
     {"wireviz", documents::DocumentFormat::WireViz},
     {"kbl", documents::DocumentFormat::Kbl},
@@ -35,7 +35,8 @@ std::set<std::string> Names(const std::string& text) {
 }  // namespace
 
 void DocumentOptions::DeclareIn(OptionList& list) {
-  list.Words("--from", FormatWords, "Format of the document (default: what its content looks like)", from_);
+  list.Words("--from", DocumentFormatWords, "Format of the document (default: what its content looks like)",
+             from_);
   list.Value("--columns", "LIST", "What the columns of a wiring list hold, from the left: from,-,to",
              columns_);
   list.Value("--splices", "NAMES", "Connectors that are splices: S1,S2",

@@ -70,7 +70,7 @@ std::string Readable(std::string records) {
   return records;
 }
 
-std::vector<proof::ProofFault> Chosen(const proof::Proof& proof, std::size_t count) {
+std::vector<proof::ProofFault> DrawnAtRandom(const proof::Proof& proof, std::size_t count) {
   std::vector<proof::ProofFault> faults;
   faults.reserve(proof.faults.size());
   for (const proof::ProvedFault& one : proof.faults) faults.push_back(one.fault);
@@ -86,7 +86,7 @@ std::vector<proof::ProofFault> Chosen(const proof::Proof& proof, std::size_t cou
 
 bool CompareWithPlugin(ProofWorkers& workers, const CommonOptions& common, std::size_t count,
                        proof::Proof& result, const std::function<bool()>& cancelled) {
-  const std::vector<proof::ProofFault> faults = Chosen(result, count);
+  const std::vector<proof::ProofFault> faults = DrawnAtRandom(result, count);
   std::vector<std::string> simulated(faults.size());
   std::vector<ProofRequest> requests;
   for (std::size_t i = 0; i < faults.size(); ++i) {

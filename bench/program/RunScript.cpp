@@ -7,13 +7,14 @@ namespace kxbench {
 
 namespace {
 
-constexpr ChoiceWord<OutputFormat> FormatWords[] = {{"report", OutputFormat::Report},
-                                                    {"records", OutputFormat::Records}};
+constexpr ChoiceWord<OutputFormat> ScriptFormatWords[] = {{"report", OutputFormat::Report},
+                                                          {"records", OutputFormat::Records}};
 
 }  // namespace
 
 void RunOptions::DeclareIn(OptionList& list) {
-  list.Words("--format", FormatWords, "A report to read, or the records alone as they are sent", format);
+  list.Words("--format", ScriptFormatWords, "A report to read, or the records alone as they are sent",
+             format);
   DeclareStrictIn(list);
   results.DeclareIn(list);
 }

@@ -13,8 +13,6 @@ namespace kxbench::proof {
 
 namespace {
 
-constexpr std::size_t CardChannels = 48;
-
 void AddNet(const TShortTestData& expectation, const diagnosis::Net& net, double netOhm,
             DeviceModel& device) {
   std::vector<Channel> spliced = {net.front()};

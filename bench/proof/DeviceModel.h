@@ -9,6 +9,9 @@
 
 namespace kxbench::proof {
 
+/// Channels of a relay card.
+inline constexpr std::size_t CardChannels = 48;
+
 /// A resistor between two nodes of a DeviceModel.
 struct ModelResistor {
   std::size_t a;

@@ -13,7 +13,6 @@ namespace {
 constexpr std::int32_t FirstAddress = 128;
 constexpr std::int32_t LineReset = 64;
 constexpr std::int32_t CloseBit = 128;
-constexpr std::size_t CardChannels = 48;
 constexpr std::uint64_t ChannelRelays = (std::uint64_t{1} << CardChannels) - 1;
 constexpr std::int32_t VoltageFunction = 8;
 

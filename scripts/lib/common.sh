@@ -56,13 +56,13 @@ test_packages=(xvfb xauth openbox x11-utils xdotool locales fonts-dejavu-core ch
 lint_packages=(clang-format clang-tidy cppcheck)
 coverage_packages=(python3)
 # For sanitizers, fuzz targets and coverage; llvm counts, and names the functions of what leaks.
-clang_packages=(clang libclang-rt-14-dev llvm)
+clang_packages=(clang libclang-rt-14-dev lld llvm)
 benchmark_packages=(libbenchmark-dev gnuplot-nox python3)
 picture_packages=(imagemagick)
 deb_packages=(dpkg-dev file)
 windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64 fonts-wine
   fonts-liberation xvfb xauth googletest libcli11-dev libeigen3-dev nlohmann-json3-dev dpkg-dev xz-utils
-  gcc libc6-dev make tcl zip unzip)
+  gcc libc6-dev make tcl zip unzip clang lld)
 
 # need_packages PACKAGE...: installs those that are missing; asks the network only when one is.
 need_packages() {
