@@ -16,6 +16,8 @@ using diagnosis::testkit::Named;
 
 #if defined(SHORTTEST_SANITIZED)
 constexpr int FaultyDevices = 100;
+#elif defined(SHORTTEST_SLOWED)
+constexpr int FaultyDevices = 500;
 #else
 constexpr int FaultyDevices = 2000;
 #endif

@@ -17,8 +17,8 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 /// Faults of each example that are checked through the plug-in's library, too, which takes real time; fewer
-/// where the sanitizers' own time comes on top.
-#if defined(SHORTTEST_SANITIZED)
+/// where sanitizers or Wine take theirs on top.
+#if defined(SHORTTEST_SLOWED)
 constexpr const char* FaultsThroughPlugin = "6";
 #else
 constexpr const char* FaultsThroughPlugin = "40";
