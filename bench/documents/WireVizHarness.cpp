@@ -10,7 +10,7 @@ namespace kxbench::documents {
 namespace {
 
 // All in all: templates let a small document ask for any number.
-constexpr std::size_t MostWireVizPins = 100'000;
+constexpr std::size_t MostWireVizPins = 30'000;
 
 bool IsArrowOf(std::string_view text, char line) {
   text = shorttest::Trim(text);

@@ -240,7 +240,7 @@ TEST(HostileWireVizTest, TemplatesThatMultiplyAreRefused) {
   EXPECT_EQ(RefusalOf([&] {
               ReadWireViz({{{"w.yml", text}}});
             }),
-            "w.yml:14:6: the document is too large: more than 100000 pins");
+            "w.yml:7:6: the document is too large: more than 30000 pins");
 }
 
 }  // namespace
