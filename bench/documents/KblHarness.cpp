@@ -133,9 +133,7 @@ void KblHarness::AddCavities(const std::string& connector, const std::vector<Kbl
     if (const auto group = inside.find(cavity.part); group != inside.end()) {
       builder_.Connect(insidePins.emplace(group->second, number).first->second, number, false);
     }
-    if (XmlChild(cavity.node, "Mated_cavities") || XmlChild(cavity.node.parent(), "Mated_slots")) {
-      Ignore(cavity.node, "cavities mated with others, not taken as connected");
-    }
+    if (cavity.mated) Ignore(cavity.node, "cavities mated with others, not taken as connected");
   }
   if (bySlot) {
     builder_.Warn(

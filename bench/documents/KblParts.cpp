@@ -113,6 +113,7 @@ void KblParts::Collect(pugi::xml_node element, const std::string& slot, int dept
   const bool only = depth > 0 && std::count_if(siblings.begin(), siblings.end(), [](pugi::xml_node child) {
                                    return IsSlotElement(XmlName(child));
                                  }) == 1;
+  const bool matedSlot = static_cast<bool>(XmlChild(element, "Mated_slots"));
   std::size_t slots = 0;
   for (const pugi::xml_node child : siblings) {
     if (IsSlotElement(XmlName(child))) {
@@ -124,7 +125,9 @@ void KblParts::Collect(pugi::xml_node element, const std::string& slot, int dept
       path += name;
       Collect(child, only ? slot : path, depth + 1, cavities);
     } else if (IsCavityElement(XmlName(child))) {
-      cavities.push_back(CavityOf(child, slot));
+      KblCavity cavity = CavityOf(child, slot);
+      cavity.mated = matedSlot || XmlChild(child, "Mated_cavities");
+      cavities.push_back(std::move(cavity));
     }
   }
 }
@@ -141,7 +144,7 @@ KblCavity KblParts::CavityOf(pugi::xml_node cavity, const std::string& slot) con
     throw DocumentError(source_.PlaceOf(cavity),
                         "cavity " + ShownText(part) + " needs a Cavity_number of one line");
   }
-  return {slot, number->second, part, cavity, IsSocketElement(XmlName(cavity))};
+  return {slot, number->second, part, cavity, IsSocketElement(XmlName(cavity)), false};
 }
 
 }  // namespace kxbench::documents

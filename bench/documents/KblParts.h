@@ -24,6 +24,7 @@ struct KblCavity {
   std::string_view part;  ///< id of the housing's cavity
   pugi::xml_node node;
   bool socket;  ///< of a box, for a fuse or a relay
+  bool mated;   ///< with a cavity of another connector, by itself or with its slot
 };
 
 /// The parts of a KBL file that a harness refers to: housings and boxes with their slots and cavities.
