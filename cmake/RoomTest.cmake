@@ -63,6 +63,19 @@ function(add_room_test name)
   endforeach()
 endfunction()
 
+# add_test_driver(NAME FOLDER SOURCE...): a driver library of the name that programs load, in a folder of its own, so that
+# a test chooses it by the folder.
+function(add_test_driver name folder)
+  add_library(${name} SHARED ${ARGN})
+  set_target_properties(${name} PROPERTIES
+    OUTPUT_NAME BrenmorHWDevice LIBRARY_OUTPUT_DIRECTORY "${folder}" RUNTIME_OUTPUT_DIRECTORY "${folder}")
+  if(WIN32)
+    set_target_properties(${name} PROPERTIES PREFIX "")
+  endif()
+  target_compile_definitions(${name} PRIVATE BRENMOR_BUILDING_DRIVER)
+  target_link_libraries(${name} PRIVATE contracts)
+endfunction()
+
 # Every header that others compile against compiles alone: one source a header that includes it first and twice.
 function(add_header_checks name pattern)
   file(GLOB headers CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/${pattern}")

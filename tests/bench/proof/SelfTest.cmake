@@ -19,14 +19,7 @@ add_dependencies(kxselftest_process_test kxbench kxselftest BrenmorHWDevice)
 
 # The same with a driver that is no simulated tester, whose relays are stuck.
 set(stuck "${CMAKE_CURRENT_BINARY_DIR}/stuck")
-add_library(stuck_driver SHARED stuck/StuckDriver.cpp)
-set_target_properties(stuck_driver PROPERTIES
-  OUTPUT_NAME BrenmorHWDevice LIBRARY_OUTPUT_DIRECTORY "${stuck}" RUNTIME_OUTPUT_DIRECTORY "${stuck}")
-target_compile_definitions(stuck_driver PRIVATE BRENMOR_BUILDING_DRIVER)
-target_link_libraries(stuck_driver PRIVATE contracts)
-if(WIN32)
-  set_target_properties(stuck_driver PROPERTIES PREFIX "")
-endif()
+add_test_driver(stuck_driver "${stuck}" stuck/StuckDriver.cpp)
 add_room_test(kxselftest_stuck_test SelfTestStuckTest.cpp
   LIBRARIES test_process)
 target_compile_definitions(kxselftest_stuck_test PRIVATE
