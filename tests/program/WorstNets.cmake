@@ -1,5 +1,5 @@
-# The nets that take the most merging, on the call stack that the program has: 240 channels all connected are
-# learned, and two nets of 120 turn out shorted in a check. FOLDER: where the files go.
+# The nets that take the most merging, on the call stack that the program has: CHANNELS channels all connected are
+# learned, and two nets of half of them turn out shorted in a check. FOLDER: where the files go.
 cmake_minimum_required(VERSION 3.25)
 include("${CMAKE_CURRENT_LIST_DIR}/Run.cmake")
 
@@ -10,9 +10,10 @@ function(write_device name)
   file(WRITE "${FOLDER}/${name}.device" "cards 5\nnet ${channels}\n")
 endfunction()
 
-foreach(channel RANGE 1 240)
+math(EXPR half "${CHANNELS} / 2")
+foreach(channel RANGE 1 ${CHANNELS})
   list(APPEND all ${channel})
-  if(channel LESS_EQUAL 120)
+  if(channel LESS_EQUAL half)
     list(APPEND lower ${channel})
   else()
     list(APPEND upper ${channel})
@@ -24,7 +25,7 @@ write_device(one ${all})
 write_device(two ${lower} 0 ${upper})
 
 foreach(device IN ITEMS one two)
-  run_bench(--device "${FOLDER}/${device}.device" --channels 1-240 learn "${FOLDER}/${device}.dat")
+  run_bench(--device "${FOLDER}/${device}.device" --channels 1-${CHANNELS} learn "${FOLDER}/${device}.dat")
   expect("exit status of learning ${device}" "${status}" 0)
 endforeach()
 

@@ -19,7 +19,7 @@ using testing::StartsWith;
 /// Faults of each example that are checked through the plug-in's library, too, which takes real time; fewer
 /// where sanitizers or Wine take theirs on top.
 #if defined(SHORTTEST_SLOWED)
-constexpr const char* FaultsThroughPlugin = "6";
+constexpr const char* FaultsThroughPlugin = "4";
 #else
 constexpr const char* FaultsThroughPlugin = "40";
 #endif
