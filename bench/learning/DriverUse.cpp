@@ -13,7 +13,7 @@ DriverUse DriverUseSoFar() { return use; }
 }  // namespace kxbench
 
 // The linker's option --wrap=NAME makes __wrap_NAME of each call of NAME, and NAME of __real_NAME.
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 extern "C" {
 
 double __real_brenmor_adx_read(std::int32_t function, std::int32_t range, std::int32_t setting);
@@ -36,4 +36,4 @@ std::int32_t __wrap_brenmor_relay_set(std::int32_t card, std::int32_t relay, std
 }
 
 }  // extern "C"
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)

@@ -51,5 +51,5 @@ TBreInit& HostBreInit();
 /// The library's one entry: keeps the host's values "AppParser", "MsgHandle" and "BreInit" (their presence is
 /// not checked) and describes the extension. The host owns the result.
 extern "C" __attribute__((visibility("default"))) TExtensionInfo*
-__getExtensionInfo(  // NOLINT(bugprone-reserved-identifier)
+__getExtensionInfo(  // NOLINT(clang-diagnostic-reserved-identifier)
     const TKXHashTable& hostValues);
