@@ -25,12 +25,12 @@ if(WIN32)
     UNICODE _UNICODE _WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN NOMINMAX=1)
 endif()
 
-# optimise_room(): more optimisation than the preset says for a room that computes much. What sanitizers watch compiles
-# fast otherwise, because they are for finding mistakes early.
+# optimise_room(): more optimisation than the preset says for a room that computes much. What sanitizers watch, or
+# what is counted, compiles fast otherwise, because it is for finding mistakes early.
 macro(optimise_room)
   if(CMAKE_BUILD_TYPE STREQUAL "Release")
     add_compile_options(-O3)
-  elseif(SHORTTEST_SANITIZE AND NOT SHORTTEST_FUZZ)
+  elseif(SHORTTEST_COVERAGE OR (SHORTTEST_SANITIZE AND NOT SHORTTEST_FUZZ))
     add_compile_options(-O1)
   endif()
 endmacro()
