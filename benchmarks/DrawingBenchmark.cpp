@@ -7,12 +7,12 @@
 #include <random>
 #include <string>
 
-#include "bench/documents/Drawing.h"
+#include "bench/drawing/Drawing.h"
 
 namespace {
 
-using kxbench::documents::HarnessPicture;
-using kxbench::documents::HtmlOf;
+using kxbench::drawing::HarnessPicture;
+using kxbench::drawing::HtmlOf;
 
 constexpr std::int32_t LargestTester = 240;
 constexpr std::int32_t PinsOfConnector = 24;

@@ -2,7 +2,7 @@
 #include <optional>
 #include <utility>
 
-#include "bench/documents/WiringComparison.h"
+#include "bench/comparison/WiringComparison.h"
 #include "bench/program/Commands.h"
 #include "bench/program/DocumentOptions.h"
 #include "bench/program/ExpectationGate.h"
@@ -56,22 +56,22 @@ class CompareCommand : public Command {
 
  private:
   ExitStatus CompareBoth(const CommonOptions& common, Interaction& interaction) const {
-    const documents::ComparedSide a = Side(a_, mapA_, common, interaction);
-    const documents::ComparedSide b = Side(b_, mapB_, common, interaction);
+    const comparison::ComparedSide a = Side(a_, mapA_, common, interaction);
+    const comparison::ComparedSide b = Side(b_, mapB_, common, interaction);
     for (const auto& [side, other] : {std::pair(&a, &b), std::pair(&b, &a)}) {
       if (side->hasChannels && !other->hasChannels && !HasNamedPin(side->wiring)) {
         throw Failure("no channel of " + side->name + " has a name that shows connector and pin, so " +
                       other->name + " needs a map: --map MAP.csv");
       }
     }
-    const documents::WiringComparison comparison = documents::Compare(a, b);
-    StandardOutput().Write(format_ == ComparisonFormat::Json ? documents::ComparisonJson(comparison)
-                                                             : documents::ComparisonReport(comparison));
+    const comparison::WiringComparison comparison = comparison::Compare(a, b);
+    StandardOutput().Write(format_ == ComparisonFormat::Json ? comparison::ComparisonJson(comparison)
+                                                             : comparison::ComparisonReport(comparison));
     return comparison.Equal() ? ExitStatus::NoFindings : ExitStatus::Findings;
   }
 
-  documents::ComparedSide Side(const std::string& file, const std::optional<std::string>& ownMap,
-                               const CommonOptions& common, Interaction& interaction) const {
+  comparison::ComparedSide Side(const std::string& file, const std::optional<std::string>& ownMap,
+                                const CommonOptions& common, Interaction& interaction) const {
     const std::string content = shorttest::ReadWholeFile(
         shorttest::AbsolutePath(file), documents::MostDocumentBytes, shorttest::ReadFrom::Anything);
     if (documents::IsExpectation(content)) {
@@ -81,12 +81,12 @@ class CompareCommand : public Command {
     return DocumentSide(file, ownMap ? ownMap : map_, interaction);
   }
 
-  static documents::ComparedSide ExpectationSide(const std::string& file, const CommonOptions& common,
-                                                 Interaction& interaction) {
+  static comparison::ComparedSide ExpectationSide(const std::string& file, const CommonOptions& common,
+                                                  Interaction& interaction) {
     const ExpectationGate gate(false, [&interaction](const std::string& line) { interaction.Tell(line); });
     const wiring::ExpectationFacts facts = gate.AdmitFile("", file);
     const wiring::ChannelNames names(ProjectOf(common.project, file).IniFile());
-    documents::ComparedSide side;
+    comparison::ComparedSide side;
     side.name = file;
     side.wiring = documents::WiringOf(facts, names);
     side.isExpectation = true;
@@ -98,10 +98,10 @@ class CompareCommand : public Command {
     return side;
   }
 
-  documents::ComparedSide DocumentSide(const std::string& file, const std::optional<std::string>& mapFile,
-                                       Interaction& interaction) const {
+  comparison::ComparedSide DocumentSide(const std::string& file, const std::optional<std::string>& mapFile,
+                                        Interaction& interaction) const {
     documents::DocumentRead read = options_.Read(file, !mapFile);
-    documents::ComparedSide side;
+    comparison::ComparedSide side;
     side.name = file;
     side.hasChannels = mapFile || read.ownMap;
     if (side.hasChannels) {
@@ -109,7 +109,7 @@ class CompareCommand : public Command {
       JoinUnmapped(read.document, map);
       side.wiring = documents::WiringOf(read.document, map);
     } else {
-      side.wiring = documents::WiringOfPins(read.document);
+      side.wiring = comparison::WiringOfPins(read.document);
     }
     TellWarnings(read.document, interaction);
     return side;

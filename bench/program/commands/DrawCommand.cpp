@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-#include "bench/documents/Drawing.h"
+#include "bench/drawing/Drawing.h"
 #include "bench/program/Commands.h"
 #include "bench/program/DeviceDiagnosis.h"
 #include "bench/program/DocumentOptions.h"
@@ -82,8 +82,8 @@ class DrawCommand : public Command {
     Interaction interaction(measures ? SurfaceOf(common.progress) : Surface::Silent, mrIgnore);
     const auto warn = [&](const std::string& line) { interaction.Tell(line); };
     const wiring::ExpectationFacts facts = ExpectationGate(false, warn).AdmitFile("", file_);
-    const documents::HarnessPicture picture =
-        documents::PictureOf(facts, names, Utf8FromPath(PathFromUtf8(file_).filename()));
+    const drawing::HarnessPicture picture =
+        drawing::PictureOf(facts, names, Utf8FromPath(PathFromUtf8(file_).filename()));
 
     Marked marked;
     if (measures) {
@@ -103,7 +103,7 @@ class DrawCommand : public Command {
 
  private:
   struct Marked {
-    std::vector<documents::FaultMark> faults;
+    std::vector<drawing::FaultMark> faults;
     ExitStatus status = ExitStatus::NoFindings;
   };
 
@@ -122,8 +122,8 @@ class DrawCommand : public Command {
           channels[pin] = channel;
       }
       TellWarnings(read.document, interaction);
-      const documents::HarnessPicture picture =
-          documents::PictureOf(read.document, Utf8FromPath(PathFromUtf8(file_).filename()), channels);
+      const drawing::HarnessPicture picture =
+          drawing::PictureOf(read.document, Utf8FromPath(PathFromUtf8(file_).filename()), channels);
       const Marked marked = faults_ ? ReadFaults(picture) : Marked();
       Save(format, picture, marked);
       return marked.status;
@@ -146,18 +146,18 @@ class DrawCommand : public Command {
     for (const diagnosis::Fault& voltage : diagnosis.voltages) {
       marked.faults.push_back({voltage, diagnosis::FaultText(voltage, label), {}});
     }
-    for (documents::FaultMark& mark : documents::MarksOf(diagnosis.faults, label)) {
+    for (drawing::FaultMark& mark : drawing::MarksOf(diagnosis.faults, label)) {
       marked.faults.push_back(std::move(mark));
     }
     return marked;
   }
 
-  Marked ReadFaults(const documents::HarnessPicture& picture) const {
+  Marked ReadFaults(const drawing::HarnessPicture& picture) const {
     Marked marked;
     try {
       const std::string json = shorttest::ReadWholeFile(
           shorttest::AbsolutePath(*faults_), shorttest::MostTextBytes, shorttest::ReadFrom::Anything);
-      marked.faults = documents::MarksFromJson(json, picture);
+      marked.faults = drawing::MarksFromJson(json, picture);
     } catch (const std::system_error& error) {
       throw Failure("--faults: " + std::string(error.what()));
     } catch (const std::runtime_error& error) {
@@ -171,10 +171,10 @@ class DrawCommand : public Command {
     return marked;
   }
 
-  void Save(PictureFormat format, const documents::HarnessPicture& picture, const Marked& marked) const {
+  void Save(PictureFormat format, const drawing::HarnessPicture& picture, const Marked& marked) const {
     const std::size_t faults = marked.faults.size();
-    const std::string text = format == PictureFormat::Svg ? documents::SvgOf(picture, marked.faults)
-                                                          : documents::HtmlOf(picture, marked.faults);
+    const std::string text = format == PictureFormat::Svg ? drawing::SvgOf(picture, marked.faults)
+                                                          : drawing::HtmlOf(picture, marked.faults);
     if (*picture_ == ToStandardOutput) return StandardOutput().Write(text);
     try {
       shorttest::ReplaceWholeFile(shorttest::AbsolutePath(*picture_), text);

@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
+#include "bench/comparison/WiringComparison.h"
 #include "bench/documents/ChannelMap.h"
-#include "bench/documents/WiringComparison.h"
 #include "bench/documents/WiringListReader.h"
 #include "bench/wiring/ExpectationWriter.h"
 #include "tests/bench/program/TemporaryFolder.h"
@@ -40,17 +40,18 @@ TEST_P(ExampleList, GivesTheStoredExpectation) {
 
 TEST_P(ExampleList, NamesThePinsAsTheProjectDoes) {
   const wiring::ExpectationFacts facts = wiring::FactsOf(File(".dat"));
-  ComparedSide stored;
+  comparison::ComparedSide stored;
   stored.name = "stored";
   stored.isExpectation = true;
   stored.wiring = WiringOf(facts, wiring::ChannelNames(File(".ini")));
-  ComparedSide list;
+  comparison::ComparedSide list;
   list.name = "list";
   list.hasChannels = false;
-  list.wiring = WiringOfPins(List());
-  const WiringComparison comparison = Compare(stored, list);
-  EXPECT_EQ(ComparisonReport(comparison), "stored against list, pin by pin:\nequal; " +
-                                              std::to_string(facts.nets.nets.size()) + " nets agree\n");
+  list.wiring = comparison::WiringOfPins(List());
+  const comparison::WiringComparison comparison = comparison::Compare(stored, list);
+  EXPECT_EQ(
+      comparison::ComparisonReport(comparison),
+      "stored against list, pin by pin:\nequal; " + std::to_string(facts.nets.nets.size()) + " nets agree\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(Harnesses, ExampleList,
