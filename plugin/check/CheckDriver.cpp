@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 
 #include "framework/Kxcommandinterfaces.h"
@@ -15,8 +16,7 @@ namespace {
 std::unique_ptr<TShortTestData> MakeWork(const TShortTestData& data) {
   auto work = std::make_unique<TShortTestData>(data.von, data.bis);
   work->Schwelle = data.Schwelle;
-  work->Schwelle2 = data.Schwelle2;
-  if (work->Schwelle > work->Schwelle2) work->Schwelle2 = work->Schwelle;
+  work->Schwelle2 = std::max(data.Schwelle2, data.Schwelle);
   return work;
 }
 

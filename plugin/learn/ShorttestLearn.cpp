@@ -35,7 +35,6 @@ bool CancelledNearThreshold(std::int32_t channelOnLine0, std::int32_t channelOnL
   request.text = "Der zwischen den Kanälen " + std::to_string(channelOnLine0) + " und " +
                  std::to_string(channelOnLine1) + " gemessene Widerstand von " +
                  shorttest::FloatToFixedText(ohm, 2) + " Ohm liegt im Bereich von +- 10 % vom Schwellwert.";
-  request.kind = MessageKind::Information;
   request.buttons = {mrCancel, mrIgnore};
   request.helpContext = NearThresholdHelp;
   return Application().ShowMessage(request) == mrCancel;
