@@ -5,8 +5,8 @@
 
 #include "bench/program/CommandLine.h"
 #include "bench/program/Commands.h"
-#include "bench/program/Output.h"
-#include "bench/program/ProofWorker.h"
+#include "bench/program/output/Output.h"
+#include "bench/program/proof/ProofWorker.h"
 #include "ui/terminal/Interrupt.h"
 
 namespace kxbench {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/program/ExitStatus.h"
+#include "bench/program/system/ExitStatus.h"
 
 namespace kxbench {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "bench/program/CommonOptions.h"
-#include "bench/program/ExitStatus.h"
-#include "bench/program/OptionList.h"
+#include "bench/program/host/CommonOptions.h"
+#include "bench/program/host/OptionList.h"
+#include "bench/program/system/ExitStatus.h"
 
 namespace kxbench {
 

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "bench/program/CommandHelp.h"
-#include "bench/program/Failure.h"
 #include "bench/program/NearestWord.h"
+#include "bench/program/system/Failure.h"
 
 namespace kxbench {
 

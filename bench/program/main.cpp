@@ -3,10 +3,10 @@
 #include <string>
 
 #include "bench/program/Bench.h"
-#include "bench/program/Failure.h"
-#include "bench/program/Guard.h"
-#include "bench/program/Output.h"
-#include "bench/program/System.h"
+#include "bench/program/output/Output.h"
+#include "bench/program/system/Failure.h"
+#include "bench/program/system/Guard.h"
+#include "bench/program/system/System.h"
 #include "ui/terminal/Interrupt.h"
 #include "ui/terminal/Terminal.h"
 

@@ -1,6 +1,6 @@
-#include "bench/program/CheckDevice.h"
 #include "bench/program/Commands.h"
-#include "bench/program/Failure.h"
+#include "bench/program/check/CheckDevice.h"
+#include "bench/program/system/Failure.h"
 
 namespace kxbench {
 

@@ -4,12 +4,12 @@
 
 #include "bench/comparison/WiringComparison.h"
 #include "bench/program/Commands.h"
-#include "bench/program/DocumentOptions.h"
-#include "bench/program/ExpectationGate.h"
-#include "bench/program/Failure.h"
-#include "bench/program/Interaction.h"
-#include "bench/program/Output.h"
-#include "bench/program/Project.h"
+#include "bench/program/commands/DocumentOptions.h"
+#include "bench/program/host/ExpectationGate.h"
+#include "bench/program/host/Interaction.h"
+#include "bench/program/host/Project.h"
+#include "bench/program/output/Output.h"
+#include "bench/program/system/Failure.h"
 #include "text/FileAccess.h"
 
 namespace kxbench {

@@ -2,9 +2,9 @@
 #include <system_error>
 
 #include "bench/program/Commands.h"
-#include "bench/program/DiagnoseDevice.h"
-#include "bench/program/Failure.h"
-#include "bench/program/RecordedNets.h"
+#include "bench/program/check/DiagnoseDevice.h"
+#include "bench/program/check/RecordedNets.h"
+#include "bench/program/system/Failure.h"
 #include "text/FileAccess.h"
 
 namespace kxbench {

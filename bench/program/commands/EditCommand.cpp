@@ -2,14 +2,14 @@
 #include <system_error>
 
 #include "bench/program/Commands.h"
-#include "bench/program/ExpectationGate.h"
-#include "bench/program/Extension.h"
-#include "bench/program/Guard.h"
-#include "bench/program/HostSetup.h"
-#include "bench/program/Interaction.h"
-#include "bench/program/Output.h"
-#include "bench/program/RecordReceiver.h"
-#include "bench/program/System.h"
+#include "bench/program/host/ExpectationGate.h"
+#include "bench/program/host/Extension.h"
+#include "bench/program/host/HostSetup.h"
+#include "bench/program/host/Interaction.h"
+#include "bench/program/host/RecordReceiver.h"
+#include "bench/program/output/Output.h"
+#include "bench/program/system/Guard.h"
+#include "bench/program/system/System.h"
 
 namespace kxbench {
 

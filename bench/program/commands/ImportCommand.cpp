@@ -3,12 +3,12 @@
 #include <utility>
 
 #include "bench/program/Commands.h"
-#include "bench/program/DocumentOptions.h"
-#include "bench/program/Failure.h"
-#include "bench/program/ImportFiles.h"
-#include "bench/program/Interaction.h"
-#include "bench/program/Output.h"
-#include "bench/program/Table.h"
+#include "bench/program/commands/DocumentOptions.h"
+#include "bench/program/commands/ImportFiles.h"
+#include "bench/program/host/Interaction.h"
+#include "bench/program/output/Output.h"
+#include "bench/program/output/Table.h"
+#include "bench/program/system/Failure.h"
 #include "text/NumberText.h"
 
 namespace kxbench {

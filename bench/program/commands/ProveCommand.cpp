@@ -2,9 +2,9 @@
 #include <charconv>
 
 #include "bench/program/Commands.h"
-#include "bench/program/Failure.h"
-#include "bench/program/ProveRun.h"
-#include "bench/program/Record.h"
+#include "bench/program/host/Record.h"
+#include "bench/program/proof/ProveRun.h"
+#include "bench/program/system/Failure.h"
 
 namespace kxbench {
 

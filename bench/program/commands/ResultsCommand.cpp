@@ -4,11 +4,11 @@
 #include <optional>
 
 #include "bench/program/Commands.h"
-#include "bench/program/Failure.h"
-#include "bench/program/Output.h"
-#include "bench/program/ResultsModuleLoading.h"
-#include "bench/program/ResultsReport.h"
-#include "bench/program/StoreOptions.h"
+#include "bench/program/check/ResultsModuleLoading.h"
+#include "bench/program/check/StoreOptions.h"
+#include "bench/program/commands/ResultsReport.h"
+#include "bench/program/output/Output.h"
+#include "bench/program/system/Failure.h"
 #include "bench/results/Outputs.h"
 #include "bench/results/SummaryPage.h"
 #include "text/FileAccess.h"

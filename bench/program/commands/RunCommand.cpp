@@ -1,6 +1,6 @@
 #include "bench/program/Commands.h"
-#include "bench/program/Failure.h"
-#include "bench/program/RunScript.h"
+#include "bench/program/check/RunScript.h"
+#include "bench/program/system/Failure.h"
 #include "text/FileAccess.h"
 #include "text/Paths.h"
 

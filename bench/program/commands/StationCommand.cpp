@@ -1,15 +1,15 @@
 #include <algorithm>
 
-#include "bench/program/CheckSession.h"
 #include "bench/program/Commands.h"
-#include "bench/program/Output.h"
-#include "bench/program/PartTable.h"
-#include "bench/program/Report.h"
-#include "bench/program/ResultDrawing.h"
-#include "bench/program/Station.h"
-#include "bench/program/StationTerminal.h"
-#include "bench/program/StationWindowFace.h"
-#include "bench/program/System.h"
+#include "bench/program/check/CheckSession.h"
+#include "bench/program/check/Report.h"
+#include "bench/program/check/ResultDrawing.h"
+#include "bench/program/output/Output.h"
+#include "bench/program/station/PartTable.h"
+#include "bench/program/station/Station.h"
+#include "bench/program/station/StationTerminal.h"
+#include "bench/program/station/StationWindowFace.h"
+#include "bench/program/system/System.h"
 #include "ui/terminal/Interrupt.h"
 
 namespace kxbench {

@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "bench/diagnosis/Plugs.h"
-#include "bench/program/DeviceDiagnosis.h"
+#include "bench/program/check/DeviceDiagnosis.h"
 #include "tests/bench/diagnosis/GeneratedFaults.h"
 #include "tests/support/Sweep.h"
 

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "bench/program/Failure.h"
-#include "bench/program/RecordedNets.h"
+#include "bench/program/check/RecordedNets.h"
+#include "bench/program/system/Failure.h"
 #include "tests/bench/RowName.h"
 #include "tests/bench/diagnosis/GeneratedFaults.h"
 

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "bench/learning/MeasureRun.h"
-#include "bench/program/DeviceDiagnosis.h"
-#include "bench/program/RecordedNets.h"
+#include "bench/program/check/DeviceDiagnosis.h"
+#include "bench/program/check/RecordedNets.h"
 #include "plugin/data/ShorttestData.h"
 #include "tests/bench/diagnosis/GeneratedFaults.h"
 #include "tests/bench/program/TemporaryFolder.h"

@@ -3,8 +3,8 @@
 
 #include "bench/program/CommandLine.h"
 #include "bench/program/Commands.h"
-#include "bench/program/Failure.h"
-#include "bench/program/OptionValues.h"
+#include "bench/program/host/OptionValues.h"
+#include "bench/program/system/Failure.h"
 #include "tests/bench/RowName.h"
 
 namespace kxbench {

@@ -1,0 +1,112 @@
+#include "bench/program/commands/ImportFiles.h"
+
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+
+#include "bench/program/system/Failure.h"
+#include "bench/program/system/SaveProbe.h"
+#include "bench/wiring/ExpectationFacts.h"
+#include "bench/wiring/ExpectationWriter.h"
+#include "bench/wiring/NamesFile.h"
+#include "text/FileAccess.h"
+
+namespace kxbench {
+
+namespace {
+
+bool Exists(const std::string& file) {
+  std::error_code error;
+  return std::filesystem::exists(shorttest::PathFromUtf8(file), error);
+}
+
+void RequireAnotherFile(const std::string& document, const std::string& file) {
+  std::error_code error;
+  if (std::filesystem::equivalent(shorttest::PathFromUtf8(document), shorttest::PathFromUtf8(file), error)) {
+    throw Failure(file + " is the document itself: it is not written");
+  }
+}
+
+std::string NewMapText(const ImportFiles& files, const documents::ChannelMap& map) {
+  std::string text = documents::ChannelMapText(map);
+  const std::string& file = *files.newMap;
+  const bool replaces = Exists(file) && shorttest::ReadWholeFile(shorttest::AbsolutePath(file)) != text;
+  if (replaces && files.newMapNamed && !files.overwrite) {
+    throw Failure(file + " is another map: without --assign it is read, with --overwrite it is replaced");
+  }
+  return text;
+}
+
+std::string NewNamesText(const std::string& file, const documents::Wiring& wiring) {
+  std::map<std::int32_t, std::string> names;
+  for (const auto& [channel, pin] : wiring.pins) {
+    if (!pin.connector.empty()) names[channel] = documents::PinText(pin);
+  }
+  try {
+    const std::string old = Exists(file) ? shorttest::ReadWholeFile(shorttest::AbsolutePath(file)) : "";
+    return wiring::WithChannelNames(old, names);
+  } catch (const std::invalid_argument& error) {
+    throw Failure("--names " + file + ": " + error.what());
+  }
+}
+
+/// Where thresholds and options come from. Throws Failure for a file that must not be built upon.
+wiring::OptionsFrom OptionsOf(const ImportFiles& files) {
+  if (!Exists(files.expectation)) return wiring::OptionsFrom::Defaults;
+  const std::string damage = wiring::FactsOf(files.expectation).damage;
+  if (damage.empty()) return wiring::OptionsFrom::File;
+  if (!files.overwrite) {
+    throw Failure(files.expectation + " is no whole expectation (" + damage +
+                  "); a new one in its place needs --overwrite");
+  }
+  return wiring::OptionsFrom::Defaults;
+}
+
+wiring::ExpectedWiring ExpectedOf(const documents::Wiring& wiring) {
+  return {wiring.pins.begin()->first, wiring.pins.rbegin()->first, wiring.nets};
+}
+
+}  // namespace
+
+std::string MapBeside(const std::string& expectation) {
+  std::filesystem::path path = shorttest::PathFromUtf8(expectation);
+  path.replace_extension(".map.csv");
+  return shorttest::Utf8FromPath(path);
+}
+
+std::vector<std::string> WriteImport(const ImportFiles& files, const documents::Wiring& wiring,
+                                     const documents::ChannelMap& map) {
+  std::vector<std::string> written;
+  try {
+    std::vector<std::string> targets = {files.expectation};
+    if (files.newMap) targets.push_back(*files.newMap);
+    if (files.names) targets.push_back(*files.names);
+    for (const std::string& target : targets) {
+      RequireAnotherFile(files.document, target);
+      RequireSavable(target);
+    }
+    const wiring::OptionsFrom options = OptionsOf(files);
+    const std::string mapText = files.newMap ? NewMapText(files, map) : "";
+    const std::string namesText = files.names ? NewNamesText(*files.names, wiring) : "";
+
+    // The expectation last: without its map nobody could wire the adapter for it.
+    if (files.newMap) {
+      shorttest::ReplaceWholeFile(shorttest::AbsolutePath(*files.newMap), mapText);
+      written.push_back(*files.newMap);
+    }
+    if (files.names) {
+      shorttest::ReplaceWholeFile(shorttest::AbsolutePath(*files.names), namesText);
+      written.push_back(*files.names);
+    }
+    wiring::WriteExpectation(files.expectation, ExpectedOf(wiring), options);
+    written.push_back(files.expectation);
+  } catch (const std::system_error& error) {
+    std::string text = error.what();
+    for (std::size_t i = 0; i < written.size(); ++i)
+      text += (i == 0 ? "; written before: " : ", ") + written[i];
+    throw Failure(text);
+  }
+  return written;
+}
+
+}  // namespace kxbench
