@@ -16,7 +16,7 @@ namespace {
 std::unique_ptr<TShortTestData> MakeWork(const TShortTestData& data) {
   auto work = std::make_unique<TShortTestData>(data.von, data.bis);
   work->Schwelle = data.Schwelle;
-  work->Schwelle2 = std::max(data.Schwelle2, data.Schwelle);
+  work->Schwelle2 = std::max(data.Schwelle2, work->Schwelle);
   return work;
 }
 
