@@ -18,6 +18,9 @@ constexpr std::size_t MostPartialRefreshes = 64;
 // Smaller cells, of a pixel or two, would be hidden by their lines more than they are told apart.
 constexpr int SmallestCellWithLines = 3;
 
+// How often the tip looks whether the mouse is still there.
+constexpr int MouseCheckMs = 200;
+
 bool HasLines(int cellSize) { return cellSize >= SmallestCellWithLines; }
 
 }  // namespace
@@ -56,6 +59,10 @@ void GridView::BindTip(wxWindow& page) {
   page.Bind(wxEVT_SHOW, hide);
   wxGetTopLevelParent(this)->Bind(wxEVT_SHOW, hide);
   wxGetTopLevelParent(this)->Bind(wxEVT_ACTIVATE, hide);
+  // Not every window hears of it when a mouse in a hurry leaves it: seen with Wine.
+  mouseCheck_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+    if (!GetScreenRect().Contains(wxGetMousePosition())) HideTip();
+  });
   // Navigation keys bring the keyboard here; the mouse has a cell of its own.
   Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
     if (!wxGetMouseState().LeftIsDown()) ShowTipOfFocus();
@@ -186,15 +193,22 @@ void GridView::ShowTip(const wxPoint& cell, const wxRect& area) {
   }
 }
 
+void GridView::HideTip() {
+  tip_.reset();
+  mouseCheck_.Stop();
+}
+
 void GridView::ShowTipUnderMouse(const wxPoint& position) {
   const wxSize pitch = Pitch();
   const wxPoint cell(position.x / pitch.x, position.y / pitch.y);
   if (position.x < 0 || position.y < 0 || cell.x >= Count() || cell.y >= Count()) return HideTip();
   const wxSize pointer = FromDIP(wxSize(16, 16));
   ShowTip(cell, wxRect(ClientToScreen(position), pointer));
+  if (tip_) mouseCheck_.Start(MouseCheckMs);
 }
 
 void GridView::ShowTipOfFocus() {
+  mouseCheck_.Stop();
   if (focused_.x >= Count() || focused_.y >= Count()) return HideTip();
   // Of very many cells in a small window some lie outside of it.
   wxRect area = CellRect(focused_.x, focused_.y);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <wx/dc.h>
+#include <wx/timer.h>
 #include <wx/window.h>
 
 #include <functional>
@@ -58,7 +59,7 @@ class GridView : public wxWindow {
   void ShowTip(const wxPoint& cell, const wxRect& area);
   void ShowTipUnderMouse(const wxPoint& position);
   void ShowTipOfFocus();
-  void HideTip() { tip_.reset(); }
+  void HideTip();
   void RefreshCells(const CellRange& range);
   wxSize Pitch() const;
   CellRange CellsIn(const wxRect& area) const;
@@ -66,6 +67,7 @@ class GridView : public wxWindow {
   CellPainter painter_;
   CellDescriber describer_;
   std::unique_ptr<CellTip> tip_;
+  wxTimer mouseCheck_;  // while the tip is that of the mouse
   GridPicture picture_;
   wxSize cellSize_{15, 15};
   wxPoint focused_{0, 0};

@@ -70,6 +70,16 @@ class WheelWatcher : public wxEventFilter {
   bool turned_ = false;
 };
 
+// A window that appears may bring the mouse back to where it was before.
+bool TryToMoveMouseTo(const wxPoint& point) {
+  for (int tries = 0; tries < 3; ++tries) {
+    wxUIActionSimulator().MouseMove(point);
+    Settle();
+    if (wxGetMousePosition() == point) return true;
+  }
+  return false;
+}
+
 wxPoint MiddleOf(const wxWindow& window) {
   const wxSize size = window.GetSize();
   return window.ClientToScreen(wxPoint(size.x / 2, size.y / 2));
@@ -111,18 +121,21 @@ void Settle() {
   }
 }
 
+void MoveMouseTo(const wxPoint& point) {
+  if (TryToMoveMouseTo(point)) return;
+  const wxPoint pointer = wxGetMousePosition();
+  ADD_FAILURE() << "the mouse is at " << pointer.x << ", " << pointer.y << ", not at " << point.x << ", "
+                << point.y;
+}
+
 void Click(wxWindow& window) { ClickAt(MiddleOf(window)); }
 
 void ClickAt(const wxPoint& point) {
   const ClickWatcher click(point);
-  wxUIActionSimulator mouse;
-  // A window that appears may bring the mouse back to where it was before, and on a busy machine clicks get
-  // lost.
+  // On a busy machine clicks get lost.
   for (int tries = 0; tries < 3 && !click.SawDown(); ++tries) {
-    mouse.MouseMove(point);
-    Settle();
-    if (wxGetMousePosition() != point) continue;
-    mouse.MouseClick();
+    if (!TryToMoveMouseTo(point)) continue;
+    wxUIActionSimulator().MouseClick();
     Settle();
     WaitFor([&click] { return click.SawDown(); }, 1000);
   }
@@ -137,8 +150,7 @@ void ClickAt(const wxPoint& point) {
 void TurnWheelOver(wxWindow& window) {
   const WheelWatcher wheel;
   for (int tries = 0; tries < 3 && !wheel.HasTurned(); ++tries) {
-    wxUIActionSimulator().MouseMove(MiddleOf(window));
-    Settle();
+    if (!TryToMoveMouseTo(MiddleOf(window))) continue;
     TurnWheel();
     WaitFor([&wheel] { return wheel.HasTurned(); }, 1000);
   }

@@ -24,6 +24,11 @@ bool WaitFor(const std::function<bool()>& condition, long patienceMs = 20000);
 /// Lets the windows work off all that is pending.
 void Settle();
 
+/// Moves the mouse to a point of the screen and lets the windows work until it rests there: two moves in a
+/// row are not told apart by every system, and the window that the mouse left may never hear of it. Fails the
+/// test when the mouse does not get there.
+void MoveMouseTo(const wxPoint& point);
+
 /// Clicks the middle of the window with the mouse, as ClickAt.
 void Click(wxWindow& window);
 

@@ -55,15 +55,10 @@ void Drag(const wxWindow& pane, int distance) {
   const wxWindow& splitter = *pane.GetParent();
   const wxPoint sash = splitter.ClientToScreen(wxPoint(pane.GetRect().GetRight() + 2, pane.GetSize().y / 2));
   wxUIActionSimulator mouse;
-  // Each step is seen before the next one: Windows takes a mouse that hurries back to where it was.
-  const auto moveTo = [&mouse](const wxPoint& point) {
-    EXPECT_TRUE(WaitFor([&] { return mouse.MouseMove(point) && wxGetMousePosition() == point; }));
-    Settle();
-  };
-  moveTo(sash);
+  widget_test::MoveMouseTo(sash);
   mouse.MouseDown();
   Settle();
-  moveTo(sash + wxPoint(distance, 0));
+  widget_test::MoveMouseTo(sash + wxPoint(distance, 0));
   mouse.MouseUp();
   Settle();
 }

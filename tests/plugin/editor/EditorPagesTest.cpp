@@ -5,7 +5,6 @@
 #include <wx/display.h>
 #include <wx/notebook.h>
 #include <wx/textctrl.h>
-#include <wx/uiaction.h>
 #include <wx/utils.h>
 
 #include <functional>
@@ -94,8 +93,7 @@ class GridTip : public EditorTest {
 
   void PointAt(int column, int row) const {
     const wxRect cell = form.ConnectionGrid->CellRect(column, row);
-    wxUIActionSimulator().MouseMove(
-        form.ConnectionGrid->ClientToScreen(cell.GetPosition() + cell.GetSize() / 2));
+    widget_test::MoveMouseTo(form.ConnectionGrid->ClientToScreen(cell.GetPosition() + cell.GetSize() / 2));
   }
 
   // Channels 1 to `last` with a connection 3-5, measured, and the page with the grid.
@@ -120,7 +118,7 @@ TEST_F(GridTip, TellsTheCellUnderTheMouse) {
     PointAt(47, 46);
     EXPECT_TRUE(Tells("Kanal 47 und Kanal 48\nnicht verbunden, Widerstand nicht gemessen")) << TipText();
     EXPECT_FALSE(form.ConnectionGrid->Tip()->Area().Contains(wxGetMousePosition()));
-    wxUIActionSimulator().MouseMove(form.BT_OK->GetScreenPosition());
+    widget_test::MoveMouseTo(form.BT_OK->GetScreenPosition());
     EXPECT_TRUE(Tells("")) << TipText();
   });
 }
