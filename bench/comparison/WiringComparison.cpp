@@ -177,27 +177,6 @@ class Comparing {
 
 }  // namespace
 
-documents::Wiring WiringOfPins(const documents::WiringDocument& document) {
-  documents::Wiring wiring;
-  std::map<documents::Pin, std::int32_t> numbers;
-  for (const documents::PlacedPin& pin : document.pins) {
-    const auto number = static_cast<std::int32_t>(numbers.size() + 1);
-    numbers[pin.pin] = number;
-    wiring.pins[number] = pin.pin;
-  }
-  for (const documents::DocumentNet& net : document.nets) {
-    std::vector<std::int32_t> channels;
-    for (const documents::Pin& pin : net.pins) channels.push_back(numbers.at(pin));
-    if (channels.size() == 1) {
-      wiring.single.push_back(channels.front());
-    } else {
-      std::sort(channels.begin(), channels.end());
-      wiring.nets.push_back(std::move(channels));
-    }
-  }
-  return wiring;
-}
-
 WiringComparison Compare(const ComparedSide& a, const ComparedSide& b) { return Comparing(a, b).Result(); }
 
 }  // namespace kxbench::comparison

@@ -11,7 +11,6 @@
 #include "bench/diagnosis/Diagnosis.h"
 #include "bench/diagnosis/FaultText.h"
 #include "bench/documents/Wiring.h"
-#include "bench/documents/WiringDocument.h"
 
 namespace kxbench::comparison {
 
@@ -24,9 +23,6 @@ struct ComparedSide {
   std::int64_t unknownPairs = 0;              ///< of an expectation: neither connected nor open
   std::map<std::int32_t, std::string> names;  ///< of channels; those without may be missing
 };
-
-/// A document without a map: its pins stand for channels.
-documents::Wiring WiringOfPins(const documents::WiringDocument& document);
 
 /// What one side says of a channel, or of a pair, and the other does not.
 struct OneSided {

@@ -62,6 +62,27 @@ Wiring WiringOf(const wiring::ExpectationFacts& facts, const wiring::ChannelName
   return wiring;
 }
 
+Wiring WiringOfPins(const WiringDocument& document) {
+  Wiring wiring;
+  std::map<Pin, std::int32_t> numbers;
+  for (const PlacedPin& pin : document.pins) {
+    const auto number = static_cast<std::int32_t>(numbers.size() + 1);
+    numbers[pin.pin] = number;
+    wiring.pins[number] = pin.pin;
+  }
+  for (const DocumentNet& net : document.nets) {
+    std::vector<std::int32_t> channels;
+    for (const Pin& pin : net.pins) channels.push_back(numbers.at(pin));
+    if (channels.size() == 1) {
+      wiring.single.push_back(channels.front());
+    } else {
+      std::sort(channels.begin(), channels.end());
+      wiring.nets.push_back(std::move(channels));
+    }
+  }
+  return wiring;
+}
+
 std::string WiringJson(const Wiring& wiring) {
   const auto text = [&wiring](std::int32_t channel) { return PinText(wiring.pins.at(channel)); };
   const auto texts = [&text](const std::vector<std::int32_t>& channels) {

@@ -33,6 +33,9 @@ std::map<std::int32_t, Pin> PinsOf(std::int32_t firstChannel, std::int32_t lastC
 /// What an expectation says. REQUIRES: the facts are of a file that is not refused.
 Wiring WiringOf(const wiring::ExpectationFacts& facts, const wiring::ChannelNames& names);
 
+/// What a document without a map says: its pins, numbered from 1 in its own order, stand for the channels.
+Wiring WiringOfPins(const WiringDocument& document);
+
 /// The contract for other programs, one JSON object and a line end; docs/documents.md describes it.
 std::string WiringJson(const Wiring& wiring);
 

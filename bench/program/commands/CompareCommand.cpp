@@ -109,7 +109,7 @@ class CompareCommand : public Command {
       JoinUnmapped(read.document, map);
       side.wiring = documents::WiringOf(read.document, map);
     } else {
-      side.wiring = comparison::WiringOfPins(read.document);
+      side.wiring = documents::WiringOfPins(read.document);
     }
     TellWarnings(read.document, interaction);
     return side;

@@ -40,7 +40,7 @@ ComparedSide Drawing(const std::string& rows) {
   ComparedSide side;
   side.name = "drawing.csv";
   side.hasChannels = false;
-  side.wiring = WiringOfPins(documents::ReadWiringList(side.name, "from,to\n" + rows));
+  side.wiring = documents::WiringOfPins(documents::ReadWiringList(side.name, "from,to\n" + rows));
   return side;
 }
 

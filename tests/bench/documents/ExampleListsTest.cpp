@@ -47,7 +47,7 @@ TEST_P(ExampleList, NamesThePinsAsTheProjectDoes) {
   comparison::ComparedSide list;
   list.name = "list";
   list.hasChannels = false;
-  list.wiring = comparison::WiringOfPins(List());
+  list.wiring = WiringOfPins(List());
   const comparison::WiringComparison comparison = comparison::Compare(stored, list);
   EXPECT_EQ(
       comparison::ComparisonReport(comparison),
