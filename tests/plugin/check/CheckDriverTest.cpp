@@ -247,6 +247,18 @@ TEST_F(CheckDriver, TheShortThresholdIsNeverBelowTheConnectionThreshold) {
   EXPECT_EQ(data.Schwelle2, 5.0);
 }
 
+TEST_F(CheckDriver, ConnectionsAreMeasuredAgainstTheThresholdOfTheExpectation) {
+  Expect(1, "8 28 128");
+  data.Schwelle = 100.0;
+  driver.Wire(1, 2, 50.0);
+  driver.Wire(2, 3, 150.0);
+  Check();
+  EXPECT_EQ(Records(),
+            "fehlende Verbindung zwischen 2 und 3|0|150|Ohm|100|0|\n"
+            "Verbindungstest|2|1||2||\n"
+            "Kurzschlusstest|0|0||0||\n");
+}
+
 TEST_F(CheckDriver, AHigherShortThresholdIsKept) {
   Expect(1, "8 28 118");
   data.Schwelle = 10.0;
