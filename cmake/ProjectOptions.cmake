@@ -25,8 +25,8 @@ if(WIN32)
     UNICODE _UNICODE _WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN NOMINMAX=1)
 endif()
 
-# optimise_room(): more optimisation than the preset says for a room that computes much. What sanitizers watch, or
-# what is counted, compiles fast otherwise, because it is for finding mistakes early.
+# optimise_room(): more optimisation than the preset says for a room that computes much. What sanitizers watch, and
+# what is counted, is not optimised otherwise, to compile fast; such a room's tests would take longer than that saves.
 macro(optimise_room)
   if(CMAKE_BUILD_TYPE STREQUAL "Release")
     add_compile_options(-O3)
