@@ -2,12 +2,11 @@
 
 #include <wx/bmpbndl.h>
 #include <wx/dcmemory.h>
-#include <wx/graphics.h>
+#include <wx/font.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <memory>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -82,23 +81,24 @@ std::string WithSize(const std::string& svg, const wxSize& size) {
   return sized;
 }
 
-/// The toolkit's reader knows neither text nor title, and takes both for nothing.
-void DrawTexts(wxGraphicsContext& context, const std::string& svg, double scale) {
+/// The toolkit's reader knows neither text nor title, and takes both for nothing. The device context finds
+/// another font where the named one is missing; a graphics context writes nothing then.
+void DrawTexts(wxDC& dc, const std::string& svg, double scale) {
   for (const SvgTextElement& element : SvgTexts(svg)) {
-    const wxColour colour(static_cast<unsigned char>(element.colour >> 16U & 0xffU),
-                          static_cast<unsigned char>(element.colour >> 8U & 0xffU),
-                          static_cast<unsigned char>(element.colour & 0xffU));
-    context.SetFont(context.CreateFont(element.size * scale, "Arial",
-                                       element.bold ? wxFONTFLAG_BOLD : wxFONTFLAG_DEFAULT, colour));
+    const int height = std::max(1, static_cast<int>(std::lround(element.size * scale)));
+    dc.SetFont(wxFontInfo(wxSize(0, height)).Family(wxFONTFAMILY_SWISS).FaceName("Arial").Bold(element.bold));
+    dc.SetTextForeground(wxColour(static_cast<unsigned char>(element.colour >> 16U & 0xffU),
+                                  static_cast<unsigned char>(element.colour >> 8U & 0xffU),
+                                  static_cast<unsigned char>(element.colour & 0xffU)));
     const wxString text = wxString::FromUTF8(element.text);
-    double width = 0;
-    double height = 0;
-    double descent = 0;
-    context.GetTextExtent(text, &width, &height, &descent, nullptr);
+    wxSize extent;
+    int descent = 0;
+    dc.GetTextExtent(text, &extent.x, &extent.y, &descent);
     double x = element.x * scale;
-    if (element.anchor == SvgTextElement::Anchor::Middle) x -= width / 2;
-    if (element.anchor == SvgTextElement::Anchor::End) x -= width;
-    context.DrawText(text, x, element.y * scale - (height - descent));
+    if (element.anchor == SvgTextElement::Anchor::Middle) x -= extent.x / 2.0;
+    if (element.anchor == SvgTextElement::Anchor::End) x -= extent.x;
+    const double y = element.y * scale - (extent.y - descent);
+    dc.DrawText(text, static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)));
   }
 }
 
@@ -138,11 +138,7 @@ wxBitmap SvgBitmap(const std::string& svg, const wxSize& room) {
   dc.SetBackground(*wxWHITE_BRUSH);
   dc.Clear();
   dc.DrawBitmap(shapes.GetBitmap(scaled), 0, 0, true);
-  const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
-  if (context) {
-    DrawTexts(*context, svg, scale);
-    context->Flush();
-  }
+  DrawTexts(dc, svg, scale);
   dc.SelectObject(wxNullBitmap);
   return bitmap;
 }

@@ -1,4 +1,9 @@
 #include <gmock/gmock.h>
+#include <wx/bitmap.h>
+#include <wx/image.h>
+
+#include <algorithm>
+#include <string>
 
 #include "ui/wx/SvgPicture.h"
 
@@ -32,6 +37,57 @@ TEST(SvgTexts, OfADamagedDrawingAreNone) {
 TEST(SvgSize, IsThatOfTheFirstElement) {
   EXPECT_EQ(SvgSize("<svg width=\"480.5\" height=\"20\"><rect width=\"1\" height=\"1\"/>"), wxSize(481, 20));
   EXPECT_EQ(SvgSize("<svg>"), wxSize(0, 0));
+}
+
+/// Where a picture is not white, pixels; empty when it is.
+wxRect Painted(const wxBitmap& bitmap) {
+  const wxImage image = bitmap.ConvertToImage();
+  wxRect painted;
+  for (int y = 0; y < image.GetHeight(); ++y) {
+    for (int x = 0; x < image.GetWidth(); ++x) {
+      const int light = std::min({image.GetRed(x, y), image.GetGreen(x, y), image.GetBlue(x, y)});
+      if (light < 128) painted.Union(wxRect(x, y, 1, 1));
+    }
+  }
+  return painted;
+}
+
+wxRect PaintedText(const std::string& attributes, const wxSize& room = {200, 100},
+                   const std::string& text = "HHHH") {
+  const std::string svg =
+      "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"200\" height=\"100\" viewBox=\"0 0 200 100\">"
+      "<rect width=\"200\" height=\"100\" fill=\"#ffffff\"/>"
+      "<text x=\"100\" y=\"50\" font-size=\"20\"" +
+      attributes + ">" + text + "</text></svg>";
+  return Painted(SvgBitmap(svg, room));
+}
+
+TEST(SvgBitmap, ShowsTextsWhereTheyStand) {
+  const wxRect start = PaintedText("");
+  EXPECT_NEAR(start.GetLeft(), 100, 4);
+  EXPECT_NEAR(start.GetBottom(), 50, 3);
+  EXPECT_NEAR(start.height, 14, 4);
+  EXPECT_GT(start.width, 30);
+  const wxRect middle = PaintedText(" text-anchor=\"middle\"");
+  EXPECT_NEAR(middle.GetLeft() + middle.width / 2, 100, 3);
+  const wxRect end = PaintedText(" text-anchor=\"end\"");
+  EXPECT_NEAR(end.GetRight(), 100, 4);
+  EXPECT_NEAR(end.width, start.width, 2);
+}
+
+TEST(SvgBitmap, ScalesTexts) {
+  const wxRect twice = PaintedText("", {400, 200});
+  EXPECT_NEAR(twice.GetLeft(), 200, 6);
+  EXPECT_NEAR(twice.GetBottom(), 100, 4);
+  EXPECT_NEAR(twice.width, 2 * PaintedText("").width, 8);
+}
+
+TEST(SvgBitmap, ShowsBoldTextsInTheirColour) {
+  const auto widthOf = [](const std::string& attributes) {
+    return PaintedText(attributes, {200, 100}, "llllllll").width;
+  };
+  EXPECT_GT(widthOf(" font-weight=\"bold\""), widthOf(""));
+  EXPECT_EQ(PaintedText(" fill=\"#ffffff\"").width, 0);
 }
 
 }  // namespace
