@@ -54,12 +54,15 @@ void GridView::BindTip(wxWindow& page) {
     HideTip();
     event.Skip();
   };
-  Bind(wxEVT_LEAVE_WINDOW, hide);
+  Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent& event) {
+    if (mouseCheck_.IsRunning()) HideTip();
+    event.Skip();
+  });
   Bind(wxEVT_KILL_FOCUS, hide);
   page.Bind(wxEVT_SHOW, hide);
   wxGetTopLevelParent(this)->Bind(wxEVT_SHOW, hide);
   wxGetTopLevelParent(this)->Bind(wxEVT_ACTIVATE, hide);
-  // Not every window hears of it when a mouse in a hurry leaves it: seen with Wine.
+  // Not every window hears of it, or at once, when a mouse in a hurry leaves it: seen with Wine.
   mouseCheck_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
     if (!GetScreenRect().Contains(wxGetMousePosition())) HideTip();
   });

@@ -137,6 +137,32 @@ TEST_F(GridTip, TellsTheCellReachedWithTheKeyboard) {
   });
 }
 
+TEST_F(GridTip, OfTheKeyboardStaysAfterThatOfTheMouse) {
+  ShowGridOf(48, [this] {
+    PointAt(2, 4);
+    EXPECT_TRUE(Tells(connected)) << TipText();
+    widget_test::MoveMouseTo(form.BT_OK->GetScreenPosition());
+    EXPECT_TRUE(Tells("")) << TipText();
+    form.PageControl1->SetFocus();
+    widget_test::Press(WXK_TAB);
+    EXPECT_TRUE(Tells("Kanal 1\nmit sich selbst")) << TipText();
+    EXPECT_FALSE(widget_test::WaitFor([this] { return TipText().empty(); }, 500));
+  });
+}
+
+TEST_F(GridTip, OfTheKeyboardIsNotThatOfAMouseThatLeaves) {
+  ShowGridOf(48, [this] {
+    PointAt(40, 40);
+    EXPECT_TRUE(Tells("Kanal 41\nmit sich selbst")) << TipText();
+    form.PageControl1->SetFocus();
+    widget_test::Press(WXK_TAB);
+    EXPECT_TRUE(Tells("Kanal 1\nmit sich selbst")) << TipText();
+    wxMouseEvent leave(wxEVT_LEAVE_WINDOW);
+    form.ConnectionGrid->ProcessWindowEvent(leave);
+    EXPECT_EQ(TipText(), "Kanal 1\nmit sich selbst");
+  });
+}
+
 TEST_F(GridTip, TellsEachOfAGreatManyCells) {
   ShowGridOf(240, [this] {
     PointAt(2, 4);
