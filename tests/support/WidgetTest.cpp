@@ -70,7 +70,7 @@ class WheelWatcher : public wxEventFilter {
   bool turned_ = false;
 };
 
-// A window that appears may bring the mouse back to where it was before.
+// A window that appears may bring the mouse back to where it was before, and so may Windows when it hurries.
 bool TryToMoveMouseTo(const wxPoint& point) {
   for (int tries = 0; tries < 3; ++tries) {
     wxUIActionSimulator().MouseMove(point);

@@ -24,9 +24,8 @@ bool WaitFor(const std::function<bool()>& condition, long patienceMs = 20000);
 /// Lets the windows work off all that is pending.
 void Settle();
 
-/// Moves the mouse to a point of the screen and lets the windows work until it rests there: two moves in a
-/// row are not told apart by every system, and the window that the mouse left may never hear of it. Fails the
-/// test when the mouse does not get there.
+/// Moves the mouse to a point of the screen, again when something takes it back, and lets the windows work. A
+/// mouse that does not stay there fails the test.
 void MoveMouseTo(const wxPoint& point);
 
 /// Clicks the middle of the window with the mouse, as ClickAt.

@@ -39,7 +39,7 @@ TEST(SvgSize, IsThatOfTheFirstElement) {
   EXPECT_EQ(SvgSize("<svg>"), wxSize(0, 0));
 }
 
-/// Where a picture is not white, pixels; empty when it is.
+/// Where a picture is dark, pixels; empty when it is nowhere.
 wxRect Painted(const wxBitmap& bitmap) {
   const wxImage image = bitmap.ConvertToImage();
   wxRect painted;
@@ -80,6 +80,11 @@ TEST(SvgBitmap, ScalesTexts) {
   EXPECT_NEAR(twice.GetLeft(), 200, 6);
   EXPECT_NEAR(twice.GetBottom(), 100, 4);
   EXPECT_NEAR(twice.width, 2 * PaintedText("").width, 8);
+}
+
+TEST(SvgBitmap, HasNoTextsLargerThanItself) {
+  const wxRect tiny = PaintedText("", {4, 2});
+  EXPECT_LE(tiny.height, 1);
 }
 
 TEST(SvgBitmap, ShowsBoldTextsInTheirColour) {
