@@ -172,9 +172,12 @@ TEST_F(EditorConnections, ResizingTheDialogScalesTheCells) {
     ChoosePage(GridPage);
     const wxSize before = form.ConnectionGrid->CellSize();
     form.Window()->SetSize(700, 500);
-    EXPECT_TRUE(widget_test::WaitFor([&] { return form.ConnectionGrid->CellSize().x < before.x; }));
-    const wxSize size = form.ConnectionGrid->GetClientSize();
-    EXPECT_EQ(form.ConnectionGrid->CellSize(), wxSize(size.x / 48 - 1, size.y / 48 - 1));
+    const auto fillsThePage = [this] {
+      const wxSize size = form.ConnectionGrid->GetClientSize();
+      return form.ConnectionGrid->CellSize() == wxSize(size.x / 48 - 1, size.y / 48 - 1);
+    };
+    EXPECT_TRUE(
+        widget_test::WaitFor([&] { return form.ConnectionGrid->CellSize().x < before.x && fillsThePage(); }));
   });
 }
 

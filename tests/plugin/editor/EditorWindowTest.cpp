@@ -87,25 +87,27 @@ TEST_F(EditorWindow, LowDialogMovesTheRowsOfTheColumnTogether) {
     const wxWindow& last = form.UpDownMax->Buttons();
     const int spare = last.GetParent()->GetClientSize().y - last.GetRect().GetBottom();
     form.Window()->SetClientSize(776, 662 - spare - 16);
+    EXPECT_TRUE(WaitFor([&] {
+      return form.Ed_MinChannel->GetPosition().y < before && IsInSight(*form.Ed_MinChannel) &&
+             IsInSight(form.UpDownMax->Buttons());
+    })) << form.Ed_MinChannel->GetPosition().y
+        << " of " << before;
     Settle();
-    EXPECT_LT(form.Ed_MinChannel->GetPosition().y, before);
-    EXPECT_TRUE(IsInSight(*form.Ed_MinChannel));
-    EXPECT_TRUE(IsInSight(form.UpDownMax->Buttons()));
     form.Window()->SetClientSize(984, 662);
-    Settle();
-    EXPECT_EQ(form.Ed_MinChannel->GetPosition().y, before);
+    EXPECT_TRUE(WaitFor([&] { return form.Ed_MinChannel->GetPosition().y == before; }))
+        << form.Ed_MinChannel->GetPosition().y << " of " << before;
   });
 }
 
 TEST_F(EditorWindow, SmallestDialogScrollsTheColumnToTheControlThatHasTheKeyboard) {
   Show([this] {
     form.Window()->SetSize(300, 480);
+    EXPECT_TRUE(WaitFor([&] { return !IsInSight(*form.Ed_MinChannel); }));
     Settle();
-    EXPECT_FALSE(IsInSight(*form.Ed_MinChannel));
     Press('K', wxMOD_ALT);  // the voltage control
     Press('K', wxMOD_ALT);
     ASSERT_TRUE(form.Ed_MinChannel->HasFocus());
-    EXPECT_TRUE(IsInSight(*form.Ed_MinChannel));
+    EXPECT_TRUE(WaitFor([&] { return IsInSight(*form.Ed_MinChannel); }));
     EXPECT_TRUE(IsInSight(form.UpDownMax->Buttons()));
   });
 }
@@ -116,7 +118,7 @@ TEST_F(EditorWindow, SmallestDialogHasRoomForItsButtons) {
     Settle();
     for (const wxWindow* const button :
          {form.BT_OK, form.ButtonCancel, form.BT_Learn, form.KXHelpButton1.Control()}) {
-      EXPECT_TRUE(IsInSight(*button)) << button->GetLabel();
+      EXPECT_TRUE(WaitFor([button] { return IsInSight(*button); })) << button->GetLabel();
     }
   });
 }
