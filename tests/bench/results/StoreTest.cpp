@@ -250,7 +250,6 @@ constexpr int Writers = 8;
 constexpr int ResultsOfEach = STORE_TEST_RESULTS;
 
 TEST_P(EitherStoreTest, StationsThatWriteAtOnceLoseNothingAndWriteNothingTwice) {
-  options_.timeout = std::chrono::seconds(30);  // for sanitizers: what is tested is not speed
   std::vector<std::thread> stations;
   for (int station = 0; station < Writers; ++station) {
     stations.emplace_back([this, station] {
