@@ -9,10 +9,15 @@ namespace {
 
 constexpr int SmallestPane = 40;
 
+// Until the layout gives the real one: of a scroll bar without room for it the toolkit complains on the
+// terminal.
+constexpr int FirstExtent = 800;
+
 }  // namespace
 
 PaneSplitter::PaneSplitter(wxWindow* parent)
-    : wxSplitterWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_LIVE_UPDATE | wxSP_NOBORDER) {
+    : wxSplitterWindow(parent, wxID_ANY, wxDefaultPosition, wxSize(FirstExtent, FirstExtent),
+                       wxSP_LIVE_UPDATE | wxSP_NOBORDER) {
   // Before the toolkit fits the sash into the new size: that leaves a sash alone that fits already, and tells
   // of no change. What it tells of is the user's doing.
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {

@@ -22,6 +22,9 @@ void TurnWheel() {
   SendInput(1, &wheel, sizeof wheel);
 }
 
+ComplaintWatcher::ComplaintWatcher() = default;
+ComplaintWatcher::~ComplaintWatcher() = default;
+
 }  // namespace widget_test
 
 #else
@@ -29,6 +32,16 @@ void TurnWheel() {
 #include "tests/support/NativeToolkit.h"
 
 namespace widget_test {
+namespace {
+
+using LogHandler = void (*)(const char* domain, int level, const char* message, void* data);
+
+LogHandler SetLogHandler(LogHandler handler, void* data) {
+  static const auto set = Native<LogHandler (*)(LogHandler, void*)>("g_log_set_default_handler");
+  return set(handler, data);
+}
+
+}  // namespace
 
 int FirstVisibleLine(const wxTextCtrl& memo) {
   long column = 0;
@@ -56,6 +69,18 @@ void TurnWheel() {
   press(display, WheelDown, 0, 0);
   close(display);  // sends what is still waiting
 }
+
+ComplaintWatcher::ComplaintWatcher() {
+  SetLogHandler(
+      [](const char* /*domain*/, int level, const char* message, void* complaints) {
+        constexpr int FirstUnwritten = 1 << 6;  // for information, and for those who look for errors
+        if (level >= FirstUnwritten) return;
+        static_cast<std::vector<std::string>*>(complaints)->emplace_back(message);
+      },
+      &complaints_);
+}
+
+ComplaintWatcher::~ComplaintWatcher() { SetLogHandler(Native<LogHandler>("g_log_default_handler"), nullptr); }
 
 }  // namespace widget_test
 

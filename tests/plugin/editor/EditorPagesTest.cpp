@@ -35,6 +35,13 @@ class ScrolledTexts : public EditorTest {
   bool AreTogether() const { return Top() == TopOfNames(); }
 };
 
+TEST_F(ScrolledTexts, ShowWithoutAWordOnTheTerminal) {
+  UseManyLines();
+  const widget_test::ComplaintWatcher widgets;
+  Show([] {});
+  EXPECT_EQ(widgets.Complaints(), std::vector<std::string>{});
+}
+
 TEST_F(ScrolledTexts, NamesFollowTheCaretOfTheText) {
   UseManyLines();
   Show([this] {
