@@ -40,11 +40,17 @@ ChannelMap MapOf(const WiringTable& table) {
   }
   ChannelMap map;
   std::vector<std::string> faults;
+  std::size_t needed = *layout.channel + 1;
+  for (const auto& column : {layout.from.connector, layout.from.pin}) {
+    if (column) needed = std::max(needed, *column + 1);
+  }
   for (const CsvRow& row : table.rows) {
+    if (SameTexts(row.cells, table.head)) continue;
+    table.RequireFields(row, needed);
     const CsvCell& channel = table.At(row, layout.channel);
-    if (channel.text.empty() || SaysNothing(channel.text)) continue;
     const Place place{table.file, row.line, 0};
-    const auto number = shorttest::TextToInteger(channel.text);
+    const bool none = channel.text.empty() || SaysNothing(channel.text);
+    const auto number = none ? std::optional(NoChannelYet) : shorttest::TextToInteger(channel.text);
     if (!number) {
       faults.push_back(NoChannel(table.PlaceOf(channel), channel.text));
       continue;
@@ -52,6 +58,7 @@ ChannelMap MapOf(const WiringTable& table) {
     const std::string& pin = table.At(row, layout.from.pin).text;
     Pin mapped = {table.At(row, layout.from.connector).text, pin};
     if (!layout.from.connector && !pin.empty()) mapped = places.Split(pin);
+    if (mapped == Pin() && none) continue;
     if (mapped == Pin()) mapped = UnnamedPin(*number);
     map.push_back({std::move(mapped), *number, place});
   }
@@ -106,6 +113,7 @@ class MapCheck {
   }
 
   void Look(const MappedPin& entry) {
+    if (entry.channel == NoChannelYet) return;
     const std::string where = entry.place.file.empty() ? "" : PlaceText(entry.place) + ": ";
     const std::string name = PinText(entry.pin);
     if (entry.channel < 1 || entry.channel > wiring::MostChannels) {
@@ -138,12 +146,12 @@ MapError::MapError(std::vector<std::string> lines)
     : std::runtime_error(Joined(lines)), lines_(std::move(lines)) {}
 
 ChannelMap ReadChannelMap(const std::string& fileName, std::string text) {
-  const std::string utf8 = DocumentTextToUtf8(std::move(text));
+  const std::string utf8 = CheckedDocumentText(fileName, std::move(text));
   return MapOf(ReadWiringTable(fileName, utf8, TableUse::Map, std::nullopt));
 }
 
 std::optional<ChannelMap> MapInList(const std::string& fileName, std::string text) {
-  const std::string utf8 = DocumentTextToUtf8(std::move(text));
+  const std::string utf8 = CheckedDocumentText(fileName, std::move(text));
   const WiringTable table = ReadWiringTable(fileName, utf8, TableUse::List, std::nullopt);
   if (!table.layout.IsMap()) return std::nullopt;
   return MapOf(table);

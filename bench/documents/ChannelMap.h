@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <set>
 #include <string>
@@ -12,9 +13,12 @@
 
 namespace kxbench::documents {
 
+/// Of a pin that a map lists, but on no channel.
+inline constexpr std::int32_t NoChannelYet = std::numeric_limits<std::int32_t>::min();
+
 struct MappedPin {
   Pin pin;
-  std::int32_t channel = 0;
+  std::int32_t channel = NoChannelYet;
   Place place;  ///< where the map says so
 };
 
@@ -32,8 +36,8 @@ class MapError : public std::runtime_error {
 };
 
 /// Reads a map: a table (see WiringTable.h) with the columns connector, pin and channel, or place and
-/// channel; other columns do not matter, so that an exported list is its own map. Lines without a channel are
-/// left out. Throws DocumentError, MapError for numbers that are no channels.
+/// channel; other columns do not matter, so that an exported list is its own map. A line without a channel
+/// says that the connector is no splice. Throws DocumentError, MapError for numbers that are no channels.
 ChannelMap ReadChannelMap(const std::string& fileName, std::string text);
 
 /// The map that a wiring list brings along, in a column of channels; none when it has no such column.

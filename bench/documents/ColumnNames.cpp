@@ -1,236 +1,13 @@
 #include "bench/documents/ColumnNames.h"
 
 #include <algorithm>
-#include <array>
-#include <unordered_map>
 #include <utility>
+
+#include "bench/documents/HeadWords.h"
 
 namespace kxbench::documents {
 
 namespace {
-
-enum class HeaderWord {
-  Unknown,
-  From,
-  To,
-  WeakFrom,  ///< says a side only beside another word: "Pin A"
-  WeakTo,
-  Connector,
-  Pin,
-  Pins,
-  Net,
-  Signal,
-  Wire,
-  Splice,
-  Channel,
-  Other,
-};
-
-struct KnownWord {
-  std::string_view text;
-  HeaderWord meaning;
-};
-
-// With ae, oe, ue and ss for German letters.
-constexpr auto KnownWords = std::to_array<KnownWord>({
-    {"from", HeaderWord::From},
-    {"von", HeaderWord::From},
-    {"source", HeaderWord::From},
-    {"src", HeaderWord::From},
-    {"quelle", HeaderWord::From},
-    {"quell", HeaderWord::From},
-    {"start", HeaderWord::From},
-    {"anfang", HeaderWord::From},
-    {"origin", HeaderWord::From},
-    {"to", HeaderWord::To},
-    {"nach", HeaderWord::To},
-    {"zu", HeaderWord::To},
-    {"destination", HeaderWord::To},
-    {"dest", HeaderWord::To},
-    {"dst", HeaderWord::To},
-    {"target", HeaderWord::To},
-    {"ziel", HeaderWord::To},
-    {"end", HeaderWord::To},
-    {"ende", HeaderWord::To},
-    {"a", HeaderWord::WeakFrom},
-    {"1", HeaderWord::WeakFrom},
-    {"left", HeaderWord::WeakFrom},
-    {"links", HeaderWord::WeakFrom},
-    {"b", HeaderWord::WeakTo},
-    {"2", HeaderWord::WeakTo},
-    {"right", HeaderWord::WeakTo},
-    {"rechts", HeaderWord::WeakTo},
-    {"connector", HeaderWord::Connector},
-    {"conn", HeaderWord::Connector},
-    {"stecker", HeaderWord::Connector},
-    {"steckverbinder", HeaderWord::Connector},
-    {"steckverbindung", HeaderWord::Connector},
-    {"steckerbezeichnung", HeaderWord::Connector},
-    {"plug", HeaderWord::Connector},
-    {"socket", HeaderWord::Connector},
-    {"buchse", HeaderWord::Connector},
-    {"kupplung", HeaderWord::Connector},
-    {"device", HeaderWord::Connector},
-    {"geraet", HeaderWord::Connector},
-    {"component", HeaderWord::Connector},
-    {"bauteil", HeaderWord::Connector},
-    {"komponente", HeaderWord::Connector},
-    {"housing", HeaderWord::Connector},
-    {"gehaeuse", HeaderWord::Connector},
-    {"designator", HeaderWord::Connector},
-    {"refdes", HeaderWord::Connector},
-    {"jack", HeaderWord::Connector},
-    {"pin", HeaderWord::Pin},
-    {"contact", HeaderWord::Pin},
-    {"kontakt", HeaderWord::Pin},
-    {"cavity", HeaderWord::Pin},
-    {"kammer", HeaderWord::Pin},
-    {"klemme", HeaderWord::Pin},
-    {"terminal", HeaderWord::Pin},
-    {"anschluss", HeaderWord::Pin},
-    {"pol", HeaderWord::Pin},
-    {"pinnummer", HeaderWord::Pin},
-    {"pins", HeaderWord::Pins},
-    {"contacts", HeaderWord::Pins},
-    {"kontakte", HeaderWord::Pins},
-    {"klemmen", HeaderWord::Pins},
-    {"anschluesse", HeaderWord::Pins},
-    {"nodes", HeaderWord::Pins},
-    {"knoten", HeaderWord::Pins},
-    {"members", HeaderWord::Pins},
-    {"net", HeaderWord::Net},
-    {"netz", HeaderWord::Net},
-    {"netname", HeaderWord::Net},
-    {"netzname", HeaderWord::Net},
-    {"potential", HeaderWord::Net},
-    {"potenzial", HeaderWord::Net},
-    {"signal", HeaderWord::Signal},
-    {"signalname", HeaderWord::Signal},
-    {"circuit", HeaderWord::Signal},
-    {"stromkreis", HeaderWord::Signal},
-    {"function", HeaderWord::Signal},
-    {"funktion", HeaderWord::Signal},
-    {"wire", HeaderWord::Wire},
-    {"ader", HeaderWord::Wire},
-    {"leitung", HeaderWord::Wire},
-    {"draht", HeaderWord::Wire},
-    {"kabel", HeaderWord::Wire},
-    {"cable", HeaderWord::Wire},
-    {"leiter", HeaderWord::Wire},
-    {"conductor", HeaderWord::Wire},
-    {"splice", HeaderWord::Splice},
-    {"spleiss", HeaderWord::Splice},
-    {"channel", HeaderWord::Channel},
-    {"kanal", HeaderWord::Channel},
-    {"relais", HeaderWord::Channel},
-    {"relay", HeaderWord::Channel},
-    {"color", HeaderWord::Other},
-    {"colour", HeaderWord::Other},
-    {"farbe", HeaderWord::Other},
-    {"length", HeaderWord::Other},
-    {"laenge", HeaderWord::Other},
-    {"gauge", HeaderWord::Other},
-    {"querschnitt", HeaderWord::Other},
-    {"awg", HeaderWord::Other},
-    {"section", HeaderWord::Other},
-    {"type", HeaderWord::Other},
-    {"typ", HeaderWord::Other},
-    {"part", HeaderWord::Other},
-    {"teilenummer", HeaderWord::Other},
-    {"artikel", HeaderWord::Other},
-    {"artikelnummer", HeaderWord::Other},
-    {"material", HeaderWord::Other},
-    {"note", HeaderWord::Other},
-    {"notes", HeaderWord::Other},
-    {"bemerkung", HeaderWord::Other},
-    {"kommentar", HeaderWord::Other},
-    {"comment", HeaderWord::Other},
-    {"remark", HeaderWord::Other},
-    {"description", HeaderWord::Other},
-    {"beschreibung", HeaderWord::Other},
-    {"seal", HeaderWord::Other},
-    {"dichtung", HeaderWord::Other},
-    {"gender", HeaderWord::Other},
-    {"manufacturer", HeaderWord::Other},
-    {"hersteller", HeaderWord::Other},
-    {"mm", HeaderWord::Other},
-    {"mm²", HeaderWord::Other},
-    {"count", HeaderWord::Other},
-    {"anzahl", HeaderWord::Other},
-});
-
-HeaderWord Known(std::string_view word) {
-  static const auto words = [] {
-    std::unordered_map<std::string_view, HeaderWord> byText;
-    for (const KnownWord& known : KnownWords) byText.emplace(known.text, known.meaning);
-    return byText;
-  }();
-  const auto found = words.find(word);
-  return found == words.end() ? HeaderWord::Unknown : found->second;
-}
-
-bool IsSide(HeaderWord word) {
-  return word == HeaderWord::From || word == HeaderWord::To || word == HeaderWord::WeakFrom ||
-         word == HeaderWord::WeakTo;
-}
-
-struct Letters {
-  std::string_view written;
-  std::string_view meant;
-};
-
-constexpr auto GermanLetters = std::to_array<Letters>(
-    {{"ä", "ae"}, {"ö", "oe"}, {"ü", "ue"}, {"Ä", "ae"}, {"Ö", "oe"}, {"Ü", "ue"}, {"ß", "ss"}});
-
-bool IsCapital(char c) { return c >= 'A' && c <= 'Z'; }
-bool IsSmall(char c) { return c >= 'a' && c <= 'z'; }
-bool IsNumeral(char c) { return c >= '0' && c <= '9'; }
-
-/// The words of a header in small letters: parted by what is no letter, where small letters are followed by
-/// a capital, and between letters and digits.
-std::vector<std::string> WordsOf(std::string_view header) {
-  std::vector<std::string> words(1);
-  char before = ' ';
-  while (!header.empty()) {
-    const char c = header.front();
-    const bool ascii = static_cast<unsigned char>(c) < 0x80U;
-    const auto* const german =
-        ascii ? GermanLetters.end()
-              : std::find_if(GermanLetters.begin(), GermanLetters.end(),
-                             [&](const Letters& l) { return header.starts_with(l.written); });
-    if (german != GermanLetters.end()) {
-      words.back() += german->meant;
-      header.remove_prefix(german->written.size());
-      before = 'a';
-      continue;
-    }
-    const bool letter = IsCapital(c) || IsSmall(c) || IsNumeral(c) || !ascii;
-    const bool parts =
-        !letter || (IsSmall(before) && IsCapital(c)) || (before != ' ' && IsNumeral(before) != IsNumeral(c));
-    if (parts && !words.back().empty()) words.emplace_back();
-    if (letter) words.back() += IsCapital(c) ? static_cast<char>(c - 'A' + 'a') : c;
-    before = letter ? c : ' ';
-    header.remove_prefix(1);
-  }
-  if (words.back().empty()) words.pop_back();
-  return words;
-}
-
-/// The meanings of a word, which may be put together as German does: "zielpin", "steckera".
-std::vector<HeaderWord> MeaningsOf(const std::string& word) {
-  const HeaderWord whole = Known(word);
-  if (whole != HeaderWord::Unknown) return {whole};
-  for (std::size_t end = 1; end < word.size(); ++end) {
-    const HeaderWord first = Known(std::string_view(word).substr(0, end));
-    if (first == HeaderWord::Unknown) continue;
-    const HeaderWord second = Known(std::string_view(word).substr(end));
-    if (second == HeaderWord::Unknown) continue;
-    const bool one =
-        IsSide(first) != IsSide(second) && first != HeaderWord::WeakFrom && first != HeaderWord::WeakTo;
-    if (one) return {first, second};
-  }
-  return {};
-}
 
 ColumnKind KindOf(const std::vector<HeaderWord>& words) {
   const auto has = [&](HeaderWord word) {
@@ -298,6 +75,7 @@ class SideFinder {
     for (ListLayout::Side* side : {&layout_.from, &layout_.to}) {
       if (side->pin || !side->connector || columns_[*side->connector].kind != ColumnKind::Place) continue;
       side->pin = std::exchange(side->connector, std::nullopt);
+      side->isPlace = true;
     }
   }
 
@@ -326,7 +104,9 @@ std::vector<std::size_t> PlaceColumns(const std::vector<ColumnMeaning>& columns)
   std::size_t pins = 0;
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (columns[i].kind == ColumnKind::Connector || columns[i].kind == ColumnKind::Place) return {};
-    const bool blank = columns[i].blank && !places.empty();
+    const bool named = std::any_of(columns.begin() + static_cast<std::ptrdiff_t>(i), columns.end(),
+                                   [](const ColumnMeaning& column) { return !column.blank; });
+    const bool blank = columns[i].blank && !places.empty() && !named;
     if (columns[i].kind == ColumnKind::Pins) pins += 3;
     if (columns[i].kind == ColumnKind::Pin) ++pins;
     if (columns[i].kind == ColumnKind::Pins || columns[i].kind == ColumnKind::Pin || blank)
@@ -338,12 +118,9 @@ std::vector<std::size_t> PlaceColumns(const std::vector<ColumnMeaning>& columns)
 }  // namespace
 
 ColumnMeaning MeaningOf(std::string_view header) {
-  const std::vector<std::string> words = WordsOf(header);
-  if (words.empty()) return {ColumnKind::Unused, ColumnSide::None, true};
-  std::vector<HeaderWord> meanings;
-  for (const std::string& word : words) {
-    for (const HeaderWord meaning : MeaningsOf(word)) meanings.push_back(meaning);
-  }
+  const HeadWords words = WordsOfHead(header);
+  if (words.count == 0) return {ColumnKind::Unused, ColumnSide::None, true};
+  const std::vector<HeaderWord>& meanings = words.meanings;
   const auto has = [&](HeaderWord a, HeaderWord b) {
     return std::any_of(meanings.begin(), meanings.end(),
                        [&](HeaderWord word) { return word == a || word == b; });
@@ -352,6 +129,9 @@ ColumnMeaning MeaningOf(std::string_view header) {
   const bool to = has(HeaderWord::To, HeaderWord::WeakTo);
   ColumnMeaning meaning;
   meaning.kind = KindOf(meanings);
+  meaning.whole = words.known == words.count;
+  meaning.unknown =
+      std::all_of(meanings.begin(), meanings.end(), IsSide) && meaning.kind == ColumnKind::Unused;
   if (IsEndpoint(meaning.kind) && from != to) meaning.side = from ? ColumnSide::From : ColumnSide::To;
   return meaning;
 }
@@ -399,13 +179,17 @@ ListLayout LayoutOf(const std::vector<ColumnMeaning>& columns) {
       default:
         break;
     }
+    if (columns[i].unknown) layout.unknown.push_back(i);
   }
   layout.places = PlaceColumns(columns);
   if (layout.IsNetOnEachLine()) {
     layout.placesGoOn = layout.places.back() + 1 == columns.size();
   } else {
     SideFinder sides(columns, layout);
-    for (std::size_t i = 0; i < columns.size(); ++i) sides.Add(i);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      sides.Add(i);
+      if (columns[i].kind == ColumnKind::Pins && !layout.pinsOfOne) layout.pinsOfOne = i;
+    }
     sides.Finish();
   }
   if (!layout.doubled && !layout.IsFromTo()) layout.doubled = ofNets;

@@ -27,7 +27,9 @@ enum class ColumnSide { None, From, To };
 struct ColumnMeaning {
   ColumnKind kind = ColumnKind::Unused;
   ColumnSide side = ColumnSide::None;
-  bool blank = false;  ///< without a name
+  bool blank = false;    ///< without a name
+  bool unknown = false;  ///< a name of which nothing is understood
+  bool whole = true;     ///< all of it is
 };
 
 /// Understands English and German, in any case, with blanks, dots, hyphens or nothing between the words:
@@ -39,6 +41,7 @@ struct ListLayout {
   struct Side {
     std::optional<std::size_t> connector;
     std::optional<std::size_t> pin;  ///< without a connector it holds both, "X1.3"
+    bool isPlace = false;            ///< its head says that it holds both
     bool Known() const { return connector || pin; }
   };
 
@@ -48,7 +51,11 @@ struct ListLayout {
   std::optional<std::size_t> signal;
   std::optional<std::size_t> splice;
   std::optional<std::size_t> channel;
-  std::vector<std::size_t> places;  ///< of a list with a net on each line
+  std::vector<std::size_t> places;   ///< of a list with a net on each line
+  std::vector<std::size_t> unknown;  ///< columns whose heads are not understood
+
+  /// A column for several pins of the connector beside it.
+  std::optional<std::size_t> pinsOfOne;
 
   /// A column that counts, and says the same as the one before it: one of them would be left out.
   struct Doubled {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "bench/documents/TextPlaces.h"
 #include "text/SystemText.h"
 #include "text/TextEncoding.h"
 #include "text/Trim.h"
@@ -138,6 +139,15 @@ std::string DocumentTextToUtf8(std::string text) {
   if (marked) return shorttest::FileTextToUtf8(text);
   if (shorttest::IsUtf8(text)) return text;
   return shorttest::Windows1252ToUtf8(text);
+}
+
+std::string CheckedDocumentText(const std::string& fileName, std::string text) {
+  constexpr std::string_view Replaced = "\xEF\xBF\xBD";  // what stands for characters that are none
+  std::string utf8 = DocumentTextToUtf8(std::move(text));
+  const std::size_t at = utf8.find(Replaced);
+  if (at == std::string::npos) return utf8;
+  const auto [line, column] = TextPlaces(utf8).At(utf8, at);
+  throw DocumentError({fileName, line, column}, "there is no character here that the file's encoding has");
 }
 
 std::string CsvField(const std::string& text) {

@@ -64,6 +64,10 @@ class CsvScanner {
 /// Windows-1252, on every system.
 std::string DocumentTextToUtf8(std::string text);
 
+/// The same. Throws DocumentError for a text that is not what its byte order mark says: names that differ
+/// could become one.
+std::string CheckedDocumentText(const std::string& fileName, std::string text);
+
 /// A text as a field of a table: quoted where it would not be read back as it is.
 std::string CsvField(const std::string& text);
 

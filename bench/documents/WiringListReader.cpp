@@ -1,9 +1,14 @@
 #include "bench/documents/WiringListReader.h"
 
 #include <map>
+#include <optional>
+#include <set>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "bench/documents/NameText.h"
+#include "bench/documents/WholePlaces.h"
 #include "bench/documents/WiringBuilder.h"
 #include "bench/documents/WiringTable.h"
 
@@ -14,17 +19,20 @@ namespace {
 class ListReading {
  public:
   explicit ListReading(WiringTable table) : table_(std::move(table)), layout_(table_.layout) {
+    const Place head{table_.file, table_.headLine, 0};
     if (table_.linesAbove > 0) {
-      builder_.Warn(
-          {table_.file, table_.headLine, 0},
-          "what stands above this head was not read: lines with text, " + std::to_string(table_.linesAbove));
+      builder_.Warn(head, "what stands above this head was not read: lines with text, " +
+                              std::to_string(table_.linesAbove));
     }
+    if (table_.headIsPresumed) builder_.Warn(head, "this line was taken for a head, and not read");
     for (const CsvRow& row : table_.rows) LearnPlaces(row);
+    RequireWholePlaces(table_, places_);
   }
 
   WiringDocument Read() {
     for (const CsvRow& row : table_.rows) {
-      RequireFields(row);
+      if (IsHeadAgain(row)) continue;
+      table_.RequireFields(row, layout_.FieldsNeeded());
       if (layout_.IsNetOnEachLine()) {
         ReadNetLine(row);
       } else if (layout_.IsFromTo()) {
@@ -33,11 +41,21 @@ class ListReading {
         ReadPinLine(row);
       }
     }
+    WarnOfEndsWithoutPin();
+    RequirePins();
     return builder_.Take();
   }
 
  private:
   using Number = std::optional<std::size_t>;  // of a pin in the builder
+
+  /// A head that a print of several pages repeats.
+  bool IsHeadAgain(const CsvRow& row) {
+    if (table_.head.empty() || !SameTexts(row.cells, table_.head)) return false;
+    if (!headAgain_) builder_.Warn({table_.file, row.line, 0}, "the head once more: not read");
+    headAgain_ = true;
+    return true;
+  }
 
   void LearnPlaces(const CsvRow& row) {
     for (const ListLayout::Side* side : {&layout_.from, &layout_.to}) {
@@ -55,22 +73,6 @@ class ListReading {
       if (column == i) return true;
     }
     return false;
-  }
-
-  void RequireFields(const CsvRow& row) const {
-    const std::size_t count = row.cells.size();
-    if (count < layout_.FieldsNeeded()) {
-      throw DocumentError({table_.file, row.line, 0},
-                          "this line has " + std::to_string(count) + (count == 1 ? " field" : " fields") +
-                              "; the columns that count are " + std::to_string(layout_.FieldsNeeded()));
-    }
-    if (layout_.placesGoOn || table_.headLine == 0) return;
-    for (std::size_t i = layout_.columns; i < count; ++i) {
-      if (row.cells[i].text.empty()) continue;
-      throw DocumentError(
-          table_.PlaceOf(row.cells[i]),
-          "this field is past the last column of the head, which has " + std::to_string(layout_.columns));
-    }
   }
 
   Number AddPlace(const CsvCell& cell) { return AddPlace(cell.text, cell); }
@@ -91,7 +93,48 @@ class ListReading {
       return std::nullopt;
     if (connector.text.empty())
       throw DocumentError(table_.PlaceOf(pin), "pin " + pin.text + " is on no connector");
+    if (layout_.IsFromTo() && !pin.text.empty() && noPin && !IsPole(connector.text, pin.text)) {
+      if (endsWithoutPin_++ == 0) firstEndWithoutPin_ = table_.PlaceOf(pin);
+      return std::nullopt;
+    }
+    if (pin.text.empty()) {
+      whole_.try_emplace(connector.text, table_.PlaceOf(connector));
+    } else {
+      parted_.insert(connector.text);
+    }
     return builder_.AddPin({connector.text, pin.text}, table_.PlaceOf(connector));
+  }
+
+  /// A battery's "-" is a pin where there is a "+".
+  bool IsPole(const std::string& connector, const std::string& pin) {
+    if (pin.find_first_not_of("-\xE2\x80\x93\x94") != std::string::npos) return false;
+    if (!poles_) {
+      poles_.emplace();
+      for (const CsvRow& row : table_.rows) {
+        for (const ListLayout::Side* side : {&layout_.from, &layout_.to}) {
+          const std::string& text = table_.At(row, side->pin).text;
+          if (text.find_first_not_of('+') == std::string::npos && !text.empty())
+            poles_->insert(table_.At(row, side->connector).text);
+        }
+      }
+    }
+    return poles_->contains(connector);
+  }
+
+  void WarnOfEndsWithoutPin() {
+    if (endsWithoutPin_ == 0) return;
+    builder_.Warn(firstEndWithoutPin_,
+                  "ends whose pin says that nothing is connected, and that lead nowhere: " +
+                      std::to_string(endsWithoutPin_));
+  }
+
+  /// A connector without a pin is a point of its own, such as a splice. With pins elsewhere, one is missing.
+  void RequirePins() const {
+    for (const auto& [connector, place] : whole_) {
+      if (parted_.contains(connector)) {
+        throw DocumentError(place, connector + " stands here without a pin, elsewhere with one");
+      }
+    }
   }
 
   Number AddSplice(const CsvRow& row) {
@@ -119,8 +162,13 @@ class ListReading {
   }
 
   /// Joins a pin with its net, by the net's name.
-  void Join(std::size_t pin, const std::string& name) {
+  void Join(std::size_t pin, const std::string& name, const Place& place) {
     if (name.empty() || SaysNothing(name)) return;
+    const auto [named, isFirst] = netOf_.try_emplace(pin, name);
+    if (!isFirst && named->second != name) {
+      builder_.Warn(place, "this pin is in the nets " + ShownText(named->second) + " and " + ShownText(name) +
+                               ": they are one");
+    }
     const auto [net, isNew] = nets_.try_emplace(name, pin);
     if (isNew) {
       builder_.NameNet(pin, name);
@@ -137,7 +185,7 @@ class ListReading {
     if (!pin) pin = splice;
     if (!pin) throw DocumentError({table_.file, row.line, 0}, "this line names no pin");
     if (splice) builder_.Connect(*pin, *splice, false);
-    Join(*pin, NetCell(row).text);
+    Join(*pin, NetCell(row).text, {table_.file, row.line, 0});
   }
 
   void ReadNetLine(const CsvRow& row) {
@@ -148,7 +196,7 @@ class ListReading {
       for (const std::string& place : PlaceSplitter::PlacesIn(row.cells[i].text)) {
         const Number pin = AddPlace(place, row.cells[i]);
         if (!pin) continue;
-        Join(*pin, name);
+        Join(*pin, name, table_.PlaceOf(row.cells[i]));
         if (first && !SaysNothing(name)) builder_.Connect(*first, *pin, false);
         if (!first) first = pin;
       }
@@ -161,13 +209,21 @@ class ListReading {
   PlaceSplitter places_;
   WiringBuilder builder_;
   std::map<std::string, std::size_t> nets_;
+  std::unordered_map<std::size_t, std::string> netOf_;  // of a pin
+  bool headAgain_ = false;
+
+  std::map<std::string, Place> whole_;          // connectors that stand somewhere without a pin
+  std::set<std::string> parted_;                // and with one
+  std::optional<std::set<std::string>> poles_;  // connectors with a pin "+"
+  std::size_t endsWithoutPin_ = 0;
+  Place firstEndWithoutPin_;
 };
 
 }  // namespace
 
 WiringDocument ReadWiringList(const std::string& fileName, std::string text,
                               const WiringListOptions& options) {
-  const std::string utf8 = DocumentTextToUtf8(std::move(text));
+  const std::string utf8 = CheckedDocumentText(fileName, std::move(text));
   return ListReading(ReadWiringTable(fileName, utf8, TableUse::List, options.columns)).Read();
 }
 

@@ -1,7 +1,6 @@
 #include "bench/documents/WiringTable.h"
 
 #include <algorithm>
-#include <array>
 #include <tuple>
 #include <utility>
 
@@ -16,28 +15,8 @@ constexpr std::string_view Separators = ",;\t";
 constexpr std::size_t MostLinesAboveHead = 20;
 constexpr std::size_t RowsLookedAt = 40;
 
-std::string Lowered(std::string_view text) {
-  std::string lowered(text);
-  for (char& c : lowered) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lowered;
-}
-
 bool Fits(const ListLayout& layout, TableUse use) {
   return use == TableUse::List ? layout.IsList() : layout.IsMap();
-}
-
-/// The parts between any of `separators`, without the empty ones.
-std::vector<std::string> SplitAt(const std::string& text, std::string_view separators) {
-  std::vector<std::string> parts;
-  for (std::size_t begin = 0; begin <= text.size();) {
-    const std::size_t end = std::min(text.find_first_of(separators, begin), text.size());
-    const std::string part = CleanedField(std::string_view(text).substr(begin, end - begin));
-    if (!part.empty()) parts.push_back(part);
-    begin = end + 1;
-  }
-  return parts;
 }
 
 /// What --columns says.
@@ -91,6 +70,23 @@ std::vector<ColumnMeaning> MeaningsOfRow(const CsvRow& row) {
   return meanings;
 }
 
+/// A head names what stands below it; a number does not.
+bool CanBeHead(const CsvRow& row) {
+  return std::none_of(row.cells.begin(), row.cells.end(),
+                      [](const CsvCell& cell) { return IsNumber(cell.text); });
+}
+
+bool LooksLikeHead(const CsvRow& row, TableUse use) {
+  return CanBeHead(row) && Fits(LayoutOf(MeaningsOfRow(row)), use);
+}
+
+/// Every word of it is one of heads: a connector "Pin" with a contact "Pin.54g" is not.
+bool IsNothingButHead(const CsvRow& row, TableUse use) {
+  const std::vector<ColumnMeaning> meanings = MeaningsOfRow(row);
+  return LooksLikeHead(row, use) && std::all_of(meanings.begin(), meanings.end(),
+                                                [](const ColumnMeaning& meaning) { return meaning.whole; });
+}
+
 /// A map whose first row is already one: "X1.3,14" or "X1,3,14".
 std::optional<ListLayout> HeadlessMap(const CsvRow& row) {
   const std::size_t count = row.cells.size();
@@ -107,7 +103,8 @@ struct Attempt {
   bool fits = false;
   std::size_t rowsAbove = 0;  // rows before the head
   bool hasHead = false;
-  std::size_t fields = 0;  // of the rows looked at
+  std::size_t secondHead = 0;  // the line below that looks like one, too; 0: there is none
+  std::size_t fields = 0;      // of the rows looked at
 };
 
 void FindLayout(const std::vector<CsvRow>& rows, TableUse use, const std::optional<AskedColumns>& asked,
@@ -116,12 +113,20 @@ void FindLayout(const std::vector<CsvRow>& rows, TableUse use, const std::option
     attempt.layout = LayoutOf(asked->meanings);
     attempt.layout.placesGoOn = attempt.layout.IsNetOnEachLine();
     attempt.fits = Fits(attempt.layout, use);
-    attempt.hasHead = !rows.empty() && Fits(LayoutOf(MeaningsOfRow(rows.front())), use);
+    const auto first =
+        std::find_if(rows.begin(), rows.end(), [use](const CsvRow& row) { return !LooksLikeHead(row, use); });
+    // What looks like a head throughout is none: connectors that are called "Stecker A".
+    attempt.hasHead = first != rows.begin() && (first != rows.end() || rows.size() == 1);
+    if (attempt.hasHead) attempt.rowsAbove = static_cast<std::size_t>(first - rows.begin()) - 1;
     return;
   }
   for (std::size_t i = 0; i < std::min(rows.size(), MostLinesAboveHead); ++i) {
+    if (!asked && !CanBeHead(rows[i])) continue;
     const ListLayout layout = LayoutOf(asked ? MeaningsByHead(rows[i], *asked) : MeaningsOfRow(rows[i]));
     if (!Fits(layout, use)) continue;
+    const bool another = !asked && i + 1 < rows.size() && IsNothingButHead(rows[i + 1], use) &&
+                         !SameTexts(rows[i].cells, rows[i + 1].cells);
+    if (another) attempt.secondHead = rows[i + 1].line;
     attempt.layout = layout;
     attempt.fits = true;
     attempt.hasHead = true;
@@ -197,17 +202,25 @@ Attempt BestAttempt(const std::string& file, std::string_view text, TableUse use
 }
 
 /// Of two columns that say the same, one would be left out, and its pins with it.
-void RefuseDoubledColumns(const ListLayout& layout, const std::string& file, const CsvRow* head) {
-  if (!layout.doubled) return;
-  const auto [first, second] = *layout.doubled;
-  const auto name = [&](std::size_t column) {
-    const bool named = head != nullptr && column < head->cells.size() && !head->cells[column].text.empty();
-    return std::to_string(column + 1) + (named ? " (" + ShownText(head->cells[column].text) + ")" : "");
-  };
-  const std::string text = "columns " + name(first) + " and " + name(second) + " say the same";
-  if (head == nullptr) throw DocumentError({"--columns"}, text);
-  throw DocumentError({file, head->line, head->cells.at(second).column},
+void RefuseDoubledColumns(const WiringTable& table) {
+  if (!table.layout.doubled) return;
+  const auto [first, second] = *table.layout.doubled;
+  const std::string text =
+      "columns " + table.ColumnText(first) + " and " + table.ColumnText(second) + " say the same";
+  if (table.head.empty()) throw DocumentError({"--columns"}, text);
+  throw DocumentError(table.PlaceOf(table.head.at(second)),
                       text + ": say with --columns, from the left, what each column holds");
+}
+
+/// The connectors beside them would be left without their pins.
+void RefusePinsOfOne(const WiringTable& table) {
+  if (!table.layout.pinsOfOne) return;
+  const std::string text = "column " + table.ColumnText(*table.layout.pinsOfOne) +
+                           " is for several pins of the connector beside it, which is not read: each pin "
+                           "needs a line of its own";
+  if (table.head.empty()) throw DocumentError({"--columns"}, text);
+  throw DocumentError(table.PlaceOf(table.head.at(*table.layout.pinsOfOne)),
+                      text + "; if it holds one, say with --columns that it is a pin");
 }
 
 }  // namespace
@@ -215,6 +228,31 @@ void RefuseDoubledColumns(const ListLayout& layout, const std::string& file, con
 const CsvCell& WiringTable::At(const CsvRow& row, const std::optional<std::size_t>& column) const {
   static const CsvCell none;
   return column && *column < row.cells.size() ? row.cells[*column] : none;
+}
+
+std::string WiringTable::ColumnText(std::size_t column) const {
+  const bool named = column < head.size() && !head[column].text.empty();
+  return std::to_string(column + 1) + (named ? " (" + ShownText(head[column].text) + ")" : "");
+}
+
+void WiringTable::RequireFields(const CsvRow& row, std::size_t needed) const {
+  const std::size_t count = row.cells.size();
+  if (count < needed) {
+    throw DocumentError({file, row.line, 0}, "this line has " + std::to_string(count) +
+                                                 (count == 1 ? " field" : " fields") +
+                                                 "; the columns that count are " + std::to_string(needed));
+  }
+  if (layout.placesGoOn || headLine == 0) return;
+  for (std::size_t i = layout.columns; i < count; ++i) {
+    if (row.cells[i].text.empty()) continue;
+    throw DocumentError(PlaceOf(row.cells[i]), "this field is past the last column of the head, which has " +
+                                                   std::to_string(layout.columns));
+  }
+}
+
+bool SameTexts(const std::vector<CsvCell>& a, const std::vector<CsvCell>& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](const CsvCell& x, const CsvCell& y) { return x.text == y.text; });
 }
 
 WiringTable ReadWiringTable(const std::string& file, std::string_view utf8, TableUse use,
@@ -240,9 +278,15 @@ WiringTable ReadWiringTable(const std::string& file, std::string_view utf8, Tabl
     table.rows.push_back(std::move(*row));
   }
   if (!attempt.fits) FailWithoutColumns(table, file, use, asked.has_value());
-  const bool byPosition = asked && asked->heads.empty();
-  RefuseDoubledColumns(table.layout, file,
-                       attempt.hasHead && !byPosition ? &table.rows.at(attempt.rowsAbove) : nullptr);
+  if (attempt.secondHead != 0) {
+    throw DocumentError({file, attempt.secondHead, 0},
+                        "this line looks like a head, as the one above it does: say with --columns, from the "
+                        "left, what each column holds");
+  }
+  table.headIsPresumed = attempt.hasHead && asked && asked->heads.empty();
+  if (attempt.hasHead && !table.headIsPresumed) table.head = table.rows.at(attempt.rowsAbove).cells;
+  RefuseDoubledColumns(table);
+  if (use == TableUse::List) RefusePinsOfOne(table);
   if (attempt.hasHead) {
     table.linesAbove = attempt.rowsAbove;
     table.headLine = table.rows.at(attempt.rowsAbove).line;
@@ -250,50 +294,6 @@ WiringTable ReadWiringTable(const std::string& file, std::string_view utf8, Tabl
                      table.rows.begin() + static_cast<std::ptrdiff_t>(attempt.rowsAbove + 1));
   }
   return table;
-}
-
-void PlaceSplitter::Learn(const std::string& text) {
-  for (std::size_t i = 0; i < Splitters.size(); ++i) {
-    const std::size_t at = text.rfind(Splitters[i]);
-    if (at != std::string::npos && at > 0 && at + 1 < text.size()) ++counts_[i];
-  }
-}
-
-Pin PlaceSplitter::Split(const std::string& text) const {
-  if (IsNumber(text)) return {"", text};
-  const auto* const best = std::max_element(std::begin(counts_), std::end(counts_));
-  const std::size_t at =
-      *best == 0 ? std::string::npos : text.rfind(Splitters[static_cast<std::size_t>(best - counts_)]);
-  if (at == std::string::npos || at == 0 || at + 1 == text.size()) return {text, ""};
-  return {CleanedField(std::string_view(text).substr(0, at)),
-          CleanedField(std::string_view(text).substr(at + 1))};
-}
-
-std::vector<std::string> PlaceSplitter::PlacesIn(const std::string& text) {
-  std::vector<std::string> places;
-  for (const std::string& part : SplitAt(text, ",;")) {
-    const std::vector<std::string> words = SplitAt(part, " ");
-    const bool each = std::all_of(words.begin(), words.end(), [](const std::string& word) {
-      return IsNumber(word) || word.find_first_of(".:/-") != std::string::npos;
-    });
-    if (each) {
-      places.insert(places.end(), words.begin(), words.end());
-    } else {
-      places.push_back(part);
-    }
-  }
-  return places;
-}
-
-bool SaysNothing(const std::string& text) {
-  static constexpr auto Words = std::to_array<std::string_view>(
-      {"-", "--", "---", "–", "—", "nc", "n.c.", "n/c", "n.c", "not connected", "unconnected", "unused",
-       "open", "frei", "offen", "unbelegt", "nicht belegt", "n.b.", "nicht verbunden"});
-  return std::find(Words.begin(), Words.end(), Lowered(text)) != Words.end();
-}
-
-bool IsNumber(std::string_view text) {
-  return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 }  // namespace kxbench::documents

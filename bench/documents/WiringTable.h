@@ -6,6 +6,7 @@
 
 #include "bench/documents/ColumnNames.h"
 #include "bench/documents/CsvScanner.h"
+#include "bench/documents/FieldText.h"
 
 namespace kxbench::documents {
 
@@ -13,13 +14,21 @@ namespace kxbench::documents {
 struct WiringTable {
   std::string file;
   ListLayout layout;
-  std::vector<CsvRow> rows;    ///< without the head
-  std::size_t headLine = 0;    ///< 0: there is none
-  std::size_t linesAbove = 0;  ///< lines with text that stand above the head and were left out
+  std::vector<CsvRow> rows;  ///< without the head
+  std::vector<CsvCell> head;
+  std::size_t headLine = 0;     ///< 0: there is none
+  std::size_t linesAbove = 0;   ///< lines with text that stand above the head and were left out
+  bool headIsPresumed = false;  ///< --columns says what they hold, and the first line looks like a head
 
   /// A cell's text and place; an empty text where the row has none.
   const CsvCell& At(const CsvRow& row, const std::optional<std::size_t>& column) const;
   Place PlaceOf(const CsvCell& cell) const { return {file, cell.line, cell.column}; }
+
+  /// How to speak of a column: its number, and its head where there is one.
+  std::string ColumnText(std::size_t column) const;
+
+  /// Throws DocumentError for a row that has fewer than `needed` fields, or text past the head's last one.
+  void RequireFields(const CsvRow& row, std::size_t needed) const;
 };
 
 enum class TableUse { List, Map };
@@ -35,29 +44,6 @@ enum class TableUse { List, Map };
 WiringTable ReadWiringTable(const std::string& file, std::string_view utf8, TableUse use,
                             const std::optional<std::string>& columns);
 
-/// Pins that are written in one column, "X1.3". All of a table are split at the same character: of
-/// . : / - and a blank the one that most of them have, at its last place in each.
-class PlaceSplitter {
- public:
-  /// Tells of a place before any is split.
-  void Learn(const std::string& text);
-
-  /// A place without the character is a connector without a pin, such as a splice; a number alone is the
-  /// channel of that number, without a connector.
-  Pin Split(const std::string& text) const;
-
-  /// The places of a cell that may hold several, "X1.3, X2.4" or "X1.3 X2.4".
-  static std::vector<std::string> PlacesIn(const std::string& text);
-
- private:
-  static constexpr std::string_view Splitters = ".:/- ";
-  std::size_t counts_[Splitters.size()] = {};
-};
-
-/// Whether a cell says that nothing is connected: "-", "n.c.", "frei".
-bool SaysNothing(const std::string& text);
-
-/// Whether the text is digits alone.
-bool IsNumber(std::string_view text);
+bool SameTexts(const std::vector<CsvCell>& a, const std::vector<CsvCell>& b);
 
 }  // namespace kxbench::documents

@@ -23,6 +23,9 @@ class DocumentOptions {
   /// throws, and Failure for splices that it does not have.
   documents::DocumentRead Read(const std::string& file, bool wantsOwnMap) const;
 
+  /// The files that are read in front of the document.
+  const std::vector<std::string>& Prepended() const { return prepend_; }
+
  private:
   std::optional<documents::DocumentFormat> from_;
   std::optional<std::string> columns_;

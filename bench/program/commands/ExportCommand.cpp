@@ -47,7 +47,11 @@ class ExportCommand : public Command {
     Interaction interaction(Surface::Silent, std::nullopt);
     const ExpectationGate gate(strict_, [&interaction](const std::string& line) { interaction.Tell(line); });
     const wiring::ExpectationFacts facts = gate.AdmitFile("", file_);
-    const wiring::ChannelNames names(ProjectOf(common.project, file_).IniFile());
+    const std::string ini = ProjectOf(common.project, file_).IniFile();
+    if (output_ && !ini.empty() && AreOneFile(*output_, ini)) {
+      throw Failure(*output_ + " holds the channels' names: it is not replaced by a document");
+    }
+    const wiring::ChannelNames names(ini);
     const std::string text = (*text_)(documents::WiringOf(facts, names));
     if (output_) {
       Save(text);

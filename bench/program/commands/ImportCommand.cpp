@@ -121,10 +121,11 @@ class ImportCommand : public Command {
 
   ImportFiles Files() const {
     ImportFiles files;
-    files.document = document_;
+    files.sources = options_.Prepended();
+    files.sources.push_back(document_);
+    if (map_ && !assign_) files.sources.push_back(*map_);
     files.expectation = *output_;
     if (assign_) files.newMap = map_ ? *map_ : MapBeside(*output_);
-    files.newMapNamed = map_.has_value();
     files.names = names_;
     files.overwrite = overwrite_;
     return files;

@@ -20,10 +20,16 @@ bool Exists(const std::string& file) {
   return std::filesystem::exists(shorttest::PathFromUtf8(file), error);
 }
 
-void RequireAnotherFile(const std::string& document, const std::string& file) {
-  std::error_code error;
-  if (std::filesystem::equivalent(shorttest::PathFromUtf8(document), shorttest::PathFromUtf8(file), error)) {
-    throw Failure(file + " is the document itself: it is not written");
+/// Throws Failure when a file that is written is one that is read, or is written twice.
+void RequireFilesOfTheirOwn(const ImportFiles& files, const std::vector<std::string>& targets) {
+  for (auto target = targets.begin(); target != targets.end(); ++target) {
+    for (const std::string& source : files.sources) {
+      if (AreOneFile(source, *target)) throw Failure(*target + " is read here: it is not written");
+    }
+    for (auto other = targets.begin(); other != target; ++other) {
+      if (AreOneFile(*other, *target))
+        throw Failure(*target + " cannot be two of the files that are written");
+    }
   }
 }
 
@@ -31,8 +37,9 @@ std::string NewMapText(const ImportFiles& files, const documents::ChannelMap& ma
   std::string text = documents::ChannelMapText(map);
   const std::string& file = *files.newMap;
   const bool replaces = Exists(file) && shorttest::ReadWholeFile(shorttest::AbsolutePath(file)) != text;
-  if (replaces && files.newMapNamed && !files.overwrite) {
-    throw Failure(file + " is another map: without --assign it is read, with --overwrite it is replaced");
+  if (replaces && !files.overwrite) {
+    throw Failure(file + " is another map: with --map " + file +
+                  " and without --assign it is read, with --overwrite it is replaced");
   }
   return text;
 }
@@ -81,10 +88,8 @@ std::vector<std::string> WriteImport(const ImportFiles& files, const documents::
     std::vector<std::string> targets = {files.expectation};
     if (files.newMap) targets.push_back(*files.newMap);
     if (files.names) targets.push_back(*files.names);
-    for (const std::string& target : targets) {
-      RequireAnotherFile(files.document, target);
-      RequireSavable(target);
-    }
+    RequireFilesOfTheirOwn(files, targets);
+    for (const std::string& target : targets) RequireSavable(target);
     const wiring::OptionsFrom options = OptionsOf(files);
     const std::string mapText = files.newMap ? NewMapText(files, map) : "";
     const std::string namesText = files.names ? NewNamesText(*files.names, wiring) : "";

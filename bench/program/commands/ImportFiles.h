@@ -11,10 +11,9 @@ namespace kxbench {
 
 /// What an import writes, and where.
 struct ImportFiles {
-  std::string document;  ///< read, so never written
+  std::vector<std::string> sources;  ///< document, map, what stands in front of it: read, so never written
   std::string expectation;
   std::optional<std::string> newMap;  ///< where the map goes that --assign made
-  bool newMapNamed = false;           ///< the user named that file
   std::optional<std::string> names;   ///< the project's ini file
   bool overwrite = false;
 };

@@ -41,4 +41,12 @@ void RequireSavable(const std::string& file) {
   fs::remove(probe, error);
 }
 
+bool AreOneFile(const std::string& a, const std::string& b) {
+  const std::filesystem::path first = std::filesystem::absolute(PathFromUtf8(a));
+  const std::filesystem::path second = std::filesystem::absolute(PathFromUtf8(b));
+  std::error_code error;
+  return first.lexically_normal() == second.lexically_normal() ||
+         std::filesystem::equivalent(first, second, error);
+}
+
 }  // namespace kxbench

@@ -9,4 +9,7 @@ namespace kxbench {
 /// of it remains. Throws Failure with the cause.
 void RequireSavable(const std::string& file);
 
+/// Whether two names (UTF-8) are those of one file, be it there or not.
+bool AreOneFile(const std::string& a, const std::string& b);
+
 }  // namespace kxbench

@@ -40,6 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(MapRow{"ThreeColumns", "connector,pin,channel\nX1,1,4\nX1,2,5\nX2,3,6\n"},
                     MapRow{"German", "Stecker;Pin;Kanal\nX1;1;4\nX1;2;5\nX2;3;6\n"},
                     MapRow{"PlaceAndChannel", "pin,channel\nX1.1,4\nX1.2,5\nX2.3,6\n"},
+                    MapRow{"PlaceByName", "place,channel\nX1.1,4\nX1.2,5\nX2.3,6\n"},
                     MapRow{"ChannelFirst", "Kanal\tStecker\tKontakt\n4\tX1\t1\n5\tX1\t2\n6\tX2\t3\n"},
                     MapRow{"Headless", "X1.1,4\nX1.2,5\nX2.3,6\n"},
                     MapRow{"HeadlessThree", "X1;1;4\nX1;2;5\nX2;3;6\n"},
@@ -133,6 +134,22 @@ TEST(Splices, JoinTheirWiresAndVanish) {
 TEST(Splices, AreTheConnectorsThatTheMapDoesNotKnow) {
   const ChannelMap map = ReadChannelMap("map.csv", "connector,pin,channel\nX1,1,1\nX2,1,2\n");
   EXPECT_THAT(ConnectorsWithoutChannel(List("X1.1,S1\nX1.2,S9.3\nX2.1,14\n"), map), ElementsAre("S1", "S9"));
+}
+
+TEST(Splices, AreNotTheConnectorsThatTheMapListsWithoutAChannel) {
+  const ChannelMap map = ReadChannelMap("map.csv", "connector,pin,channel\nX1,1,1\nX2,1,\n");
+  EXPECT_THAT(ConnectorsWithoutChannel(List("X1.1,X2.1\nX1.1,S9\n"), map), ElementsAre("S9"));
+  EXPECT_THAT(FaultsOf(List("X1.1,X2.1\n"), "connector,pin,channel\nX1,1,1\nX2,1,\n"),
+              ElementsAre("list.csv:2:6: X2.1 is on no channel of map.csv"));
+}
+
+TEST(ChannelMapTest, RefusesLinesThatLackTheirChannelOrHaveAFieldTooMany) {
+  const auto refusal = [](const std::string& lines) {
+    return RefusalOf([&] { ReadChannelMap("map.csv", "connector,pin,channel\nX1,1,1\n" + lines); });
+  };
+  EXPECT_THAT(refusal("X2,1\n"), StartsWith("map.csv:3: this line has 2 fields"));
+  EXPECT_THAT(refusal("[Scanner]\nRelais1=X2.1\n"), StartsWith("map.csv:3: this line has 1 field"));
+  EXPECT_THAT(refusal("X2,1,2,3\n"), StartsWith("map.csv:3:8: this field is past the last column"));
 }
 
 TEST(MapOfTheList, IsItsColumnOfChannels) {

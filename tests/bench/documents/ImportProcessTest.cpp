@@ -180,6 +180,33 @@ TEST_F(DocumentProcess, ImportNeverReplacesAnotherMapUnasked) {
   EXPECT_FALSE(Exists("cable.dat"));
 }
 
+TEST_F(DocumentProcess, ImportNeverReplacesAMapOfTheAdapterBesideFile) {
+  Write("cable.csv", List);
+  Write("cable.map.csv", "connector,pin,channel\nX1,1,9\n");
+  const std::vector<std::string> command = {"import", "cable.csv", "--assign", "1", "-o", "cable.dat"};
+  EXPECT_THAT(Run(command).errors, HasSubstr("cable.map.csv is another map"));
+  EXPECT_EQ(folder_.Read("cable.map.csv"), "connector,pin,channel\nX1,1,9\n");
+  EXPECT_FALSE(Exists("cable.dat"));
+}
+
+TEST_F(DocumentProcess, ImportWritesNoFileThatItReadsOrWritesOtherwise) {
+  Write("cable.csv", List);
+  Write("map.csv", "connector,pin,channel\nX1,1,1\nX1,2,2\nX2,1,3\nX2,2,4\nX1,3,5\n");
+  const std::string map = folder_.Read("map.csv");
+  const std::vector<std::vector<std::string>> commands = {
+      {"import", "cable.csv", "--map", "map.csv", "-o", "map.csv", "--overwrite"},
+      {"import", "cable.csv", "--map", "map.csv", "-o", "o.dat", "--names", "./map.csv"},
+      {"import", "cable.csv", "--assign", "1", "--map", "o.dat", "-o", "o.dat"},
+      {"import", "cable.csv", "--assign", "1", "--map", "o.csv", "--names", "o.csv", "-o", "o.dat"}};
+  for (const auto& command : commands) {
+    const ProcessResult result = Run(command);
+    EXPECT_EQ(result.status, 2) << result.output;
+    EXPECT_THAT(result.errors, testing::ContainsRegex("is not written|cannot be two"));
+  }
+  EXPECT_EQ(folder_.Read("map.csv"), map);
+  EXPECT_FALSE(Exists("o.dat") || Exists("o.csv"));
+}
+
 TEST_F(DocumentProcess, ImportIntoAMissingFolderWritesNothing) {
   Write("cable.csv", List);
   EXPECT_EQ(Run({"import", "cable.csv", "--assign", "1", "--names", "p.ini", "-o", "none/cable.dat"}).status,
@@ -213,6 +240,10 @@ TEST_F(DocumentProcess, ExportNeedsAFormatAndLeavesExpectationsAlone) {
   EXPECT_THAT(Run({"export", "cable.dat"}).errors, HasSubstr("export needs --to csv"));
   EXPECT_THAT(Run({"export", "cable.dat", "--to", "csv", "-o", "cable.dat"}).errors,
               HasSubstr("is an expectation file: it is not replaced"));
+  Write("cable.ini", "[Scanner]\nRelais1=X1.1\n");
+  EXPECT_THAT(Run({"export", "cable.dat", "--to", "csv", "-o", "cable.ini"}).errors,
+              HasSubstr("cable.ini holds the channels' names: it is not replaced"));
+  EXPECT_EQ(folder_.Read("cable.ini"), "[Scanner]\nRelais1=X1.1\n");
   EXPECT_EQ(Run({"export", "cable.csv", "--to", "csv"}).status, 2);
 }
 

@@ -79,6 +79,19 @@ INSTANTIATE_TEST_SUITE_P(
         ListRow{"GermanSpliceColumn", "von;nach;Spleiß\nX1.1;X4.1;S1\nX2.1;;S1\n", "X1.1 X4.1 X2.1"},
         ListRow{"SignalNamesDoNotJoin", "from,to,signal\nX1.1,X2.1,GND\nX1.2,X2.2,GND\n",
                 "X1.1 X2.1 | X1.2 X2.2"},
+        ListRow{"CapitalUmlaut", "VON GERÄT;KONTAKT;NACH GERÄT;KONTAKT\nX1;1;X2;1\nX1;2;X3;1\n",
+                "X1.1 X2.1 | X1.2 X3.1"},
+        ListRow{"NoPinAtTheOtherEnd",
+                "from connector,from pin,to connector,to pin\nX1,1,X2,-\nX1,2,X2,-\nX1,3,X2,n.c.\n",
+                "X1.1 | X1.2 | X1.3"},
+        ListRow{"PolesOfABattery", "von Stecker;von Pin;nach Stecker;nach Pin\nB;+;X2;1\nB;-;X2;2\n",
+                "B.+ X2.1 | B.- X2.2"},
+        ListRow{"ConnectorWithoutAnyPin", "from connector,from pin,to connector,to pin\nX1,1,S1,\nX1,2,S1,\n",
+                "X1.1 X1.2 S1"},
+        ListRow{"ChannelNumbersBesideLineNumbers", "Nr.;Pin A;Pin B\n1;1;14\n2;2;15\n", "1 14 | 2 15"},
+        ListRow{"WholePlacesBesideAnUnknownColumn", "Strang;Pin A;Pin B\nW1;X1.1;X2.1\n", "X1.1 X2.1"},
+        ListRow{"ConnectorsWithNamesOfHeads", "net;pins\nN1;Pin.54g;X2.1\n", "Pin.54g X2.1"},
+        ListRow{"HeadAgain", "from,to\nX1.1,X2.1\nfrom,to\nX1.2,X2.2\n", "X1.1 X2.1 | X1.2 X2.2"},
         ListRow{"DoubledWire", "from,to\nX1.1,X2.1\nX2.1,X1.1\n", "X1.1 X2.1"}),
     RowName<ListRow>);
 
@@ -101,6 +114,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "X1.1 X2.3 X3.4 | X1.2 X2.4"},
         ListRow{"NetsWithoutNames", "Pins\nX1.1;X2.3\nX1.2;X2.4\n", "X1.1 X2.3 | X1.2 X2.4"},
         ListRow{"SameNameOnTwoLines", "net,pins\nGND,X1.1,X2.3\nGND,X3.1\n", "X1.1 X2.3 X3.1"},
+        ListRow{"RemarksAmongNumberedPins", "Netz;Pin 1;Pin 2;Pin 3;;Pin 4\nA;X1.1;X1.2;;rot;X2.4\n",
+                "X1.1 X1.2 X2.4"},
         ListRow{"UnconnectedLine", "net,pins\nfrei,X1.1,X2.3\n", "X1.1 | X2.3"},
         ListRow{"ChannelsAreWhatHasNoName", "net,connector,pin,channel\nN1,,,1\nN1,X1,3,14\n", "1 X1.3"}),
     RowName<ListRow>);
@@ -111,6 +126,13 @@ INSTANTIATE_TEST_SUITE_P(
                     ListRow{"HeadlessFour", "7;X1;1;X2;3\n", "X1.1 X2.3",
                             "-,from-connector,from-pin,to-connector,to-pin"},
                     ListRow{"German", "X1.1;X2.1\n", "X1.1 X2.1", "von,nach"},
+                    ListRow{"FirstLineOfWords", "Gerät 1;1;Gerät 2;1\nGerät 1;2;Gerät 2;2\n",
+                            "Gerät 1.1 Gerät 2.1 | Gerät 1.2 Gerät 2.2",
+                            "from-connector,from-pin,to-connector,to-pin"},
+                    ListRow{"WordsThroughout", "Stecker A,Pin 1,Netz\nStecker B,Pin 1,Netz\n",
+                            "Stecker A.Pin 1 Stecker B.Pin 1", "connector,pin,net"},
+                    ListRow{"HeadOfTwoRowsIsSkipped", "Von;;Nach;\nStecker;Pin;Stecker;Pin\nX1;1;X2;1\n",
+                            "X1.1 X2.1", "from-connector,from-pin,to-connector,to-pin"},
                     ListRow{"HeadIsSkipped", "from,to\nX1.1,X2.1\n", "X1.1 X2.1", "from,to"},
                     ListRow{"ByHead", "Startpunkt;Menge;Endpunkt\nX1.1;2;X2.1\n", "X1.1 X2.1",
                             "from=Startpunkt,to=endpunkt"},
@@ -171,6 +193,26 @@ INSTANTIATE_TEST_SUITE_P(
                    "list.csv:2:7: this quote is not closed"},
         BadListRow{"NetLineWithoutPin", "net,pins\nGND,-\n", "list.csv:2: this line names no pin"},
         BadListRow{"NetWithoutPin", "net,connector,pin\nGND,,\n", "list.csv:2: this line names no pin"},
+        BadListRow{"ConnectorsInAnUnknownColumn", "Signal;Ort;Pin\nGND;X1;1\nGND;X2;1\n",
+                   "list.csv:1: column 3 (Pin) has no connectors: do they stand in column 2 (Ort)?"},
+        BadListRow{"ConnectorsOfBothSidesInUnknownColumns", "Ort A;Pin A;Ort B;Pin B\nX1;1;X2;1\n",
+                   "list.csv:1: column 2 (Pin A) has no connectors: do they stand in column 1 (Ort A)?"},
+        BadListRow{"ConnectorsOfOneSide", "net;connector;pin 1;pin 2\nA;X1;1;2\n",
+                   "list.csv:1: column 4 (pin 2) has no connectors, the other side has."},
+        BadListRow{"PinsInAnUnknownColumn", "From;Position;To;Position\nX1;1;X2;1\n",
+                   "list.csv:1: column 1 (From) has no pins: do they stand in column 2 (Position)?"},
+        BadListRow{"SeveralPinsOfAConnector", "connector,pins,net\nX1,\"1,2,3\",GND\n",
+                   "list.csv:1:11: column 2 (pins) is for several pins"},
+        BadListRow{"NumbersAreNoHead", "Stecker 1,1,Netz 1\nStecker 1,2,Netz 1\n",
+                   "list.csv:1: this line does not name the columns"},
+        BadListRow{"HeadOfTwoRows", "Von;;Nach;\nStecker;Pin;Stecker;Pin\nX1;1;X2;1\n",
+                   "list.csv:2: this line looks like a head, as the one above it does"},
+        BadListRow{"OnePinLeftOut", "from connector,from pin,to connector,to pin\nX1,1,X2,\nX1,2,X2,2\n",
+                   "list.csv:2:6: X2 stands here without a pin, elsewhere with one"},
+        BadListRow{"MarkedAsUtf8",
+                   "\xEF\xBB\xBF"
+                   "from,to\nK\xE4.1,X1.1\nK\xFC.1,X2.1\n",
+                   "list.csv:2:2: there is no character here"},
         BadListRow{"UnknownColumnWord", "X1.1,X2.1\n", "--columns: colur is no kind of column", "from,colur"},
         BadListRow{"ColumnsOfOneSide", "X1.1,X2.1\n", "--columns: from names neither", "from"},
         BadListRow{"ColumnsMixed", "a,b\nX1.1,X2.1\n", "--columns: either all columns", "from=a,to"},
@@ -207,6 +249,35 @@ TEST(WiringListTest, WarnsOfAWireThatEndsWhereItBegins) {
   ASSERT_EQ(document.warnings.size(), 1U);
   EXPECT_EQ(PlaceText(document.warnings[0].place), "list.csv:2");
 }
+
+struct WarnedListRow {
+  const char* name;
+  std::string text;
+  std::string warning;
+  std::optional<std::string> columns = std::nullopt;
+};
+
+class WarnedWiringList : public testing::TestWithParam<WarnedListRow> {};
+
+TEST_P(WarnedWiringList, TellsItOnceWithItsPlace) {
+  const WiringDocument document = ReadWiringList("list.csv", GetParam().text, {GetParam().columns});
+  ASSERT_EQ(document.warnings.size(), 1U);
+  EXPECT_EQ(PlaceText(document.warnings[0].place) + ": " + document.warnings[0].text, GetParam().warning);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , WarnedWiringList,
+    testing::Values(
+        WarnedListRow{"PresumedHead", "from,to\nX1.1,X2.1\n",
+                      "list.csv:1: this line was taken for a head, and not read", "from,to"},
+        WarnedListRow{"HeadAgain", "from,to\nX1.1,X2.1\nfrom,to\nX1.2,X2.2\nfrom,to\nX1.3,X2.3\n",
+                      "list.csv:3: the head once more: not read"},
+        WarnedListRow{
+            "EndsWithoutPin", "from connector,from pin,to connector,to pin\nX1,1,X2,-\nX1,2,X2,n.c.\n",
+            "list.csv:2:9: ends whose pin says that nothing is connected, and that lead nowhere: 2"},
+        WarnedListRow{"PinOfTwoNets", "net,pins\nA,X1.1,X2.1\nB,X1.1,X3.1\n",
+                      "list.csv:3:3: this pin is in the nets A and B: they are one"}),
+    RowName<WarnedListRow>);
 
 TEST(WiringListTest, CountsWhatItHas) {
   const WiringDocument document =
