@@ -42,10 +42,16 @@ std::string BothSides(const std::string& what, const OneSided& items, const Wiri
          ListLine(what + " in " + comparison.b + " alone", items.b);
 }
 
-std::string UnknownLine(const std::string& file, std::int64_t pairs) {
+std::string CountLine(const std::string& what, const std::string& file, std::size_t pairs,
+                      const std::string& why) {
   if (pairs == 0) return "";
-  return "  unknown in " + file + ": " + std::to_string(pairs) +
-         (pairs == 1 ? " pair, neither connected nor open" : " pairs, neither connected nor open") + "\n";
+  return "  " + what + " in " + file + ": " + std::to_string(pairs) + (pairs == 1 ? " pair, " : " pairs, ") +
+         why + "\n";
+}
+
+std::string PairLines(const std::string& what, const PairCounts& pairs, const std::string& why,
+                      const WiringComparison& comparison) {
+  return CountLine(what, comparison.a, pairs.a, why) + CountLine(what, comparison.b, pairs.b, why);
 }
 
 std::string FaultLines(const WiringComparison& comparison) {
@@ -76,6 +82,13 @@ ReportJson SidesJson(const OneSided& items) {
   ReportJson object;
   object["a"] = items.a;
   object["b"] = items.b;
+  return object;
+}
+
+ReportJson CountsJson(const PairCounts& pairs) {
+  ReportJson object;
+  object["a"] = pairs.a;
+  object["b"] = pairs.b;
   return object;
 }
 
@@ -110,9 +123,9 @@ std::string ComparisonReport(const WiringComparison& comparison) {
   text += BothSides("suspended", comparison.suspended, comparison);
   text += BothSides("excluded", comparison.excluded, comparison);
   text += BothSides("known", comparison.only, comparison);
-  if (comparison.unknownA != comparison.unknownB) {
-    text += UnknownLine(comparison.a, comparison.unknownA) + UnknownLine(comparison.b, comparison.unknownB);
-  }
+  text += PairLines("unknown", comparison.unknown, "neither connected nor open", comparison);
+  text += PairLines("contradictory", comparison.contradictory, "expected open though connections join them",
+                    comparison);
   text += BothSides("no difference: connected to nothing, and known", comparison.onlySingle, comparison);
   const std::size_t nets = comparison.faults.agreeing;
   text += std::string(comparison.Equal() ? "equal" : "different") + "; " + std::to_string(nets) +
@@ -138,7 +151,8 @@ std::string ComparisonJson(const WiringComparison& comparison) {
   object["excluded"] = SidesJson(comparison.excluded);
   object["known"] = SidesJson(comparison.only);
   object["knownUnconnected"] = SidesJson(comparison.onlySingle);
-  object["unknownPairs"] = {{"a", comparison.unknownA}, {"b", comparison.unknownB}};
+  object["unknownPairs"] = CountsJson(comparison.unknown);
+  object["contradictoryPairs"] = CountsJson(comparison.contradictory);
   return object.dump(-1, ' ', false, ReportJson::error_handler_t::replace) + "\n";
 }
 

@@ -21,21 +21,30 @@ struct NumberedSide {
   std::set<std::pair<Channel, Channel>> excluded;
   std::set<Channel> single;
   std::set<Channel> known;  // suspended ones too
+  ChannelPairs unknownPairs;
+  ChannelPairs contradictoryPairs;
 };
 
 /// Gives what both sides call the same the same number, and labels for it.
 class SharedNumbers {
  public:
-  SharedNumbers(const ComparedSide& a, const ComparedSide& b) : byChannel_(a.hasChannels && b.hasChannels) {
-    for (const ComparedSide* side : {&b, &a}) {
-      for (const auto& [channel, pin] : side->wiring.pins) Add(*side, channel, pin);
+  explicit SharedNumbers(bool byChannel) : byChannel_(byChannel) {}
+
+  /// The numbers of a side's channels.
+  std::map<Channel, Channel> Enter(const ComparedSide& side) {
+    std::map<Channel, Channel> numbers;
+    std::set<Channel> taken;
+    // Channel 3 without a name is called as a connector 3 without pins is, which comes first.
+    for (const bool named : {true, false}) {
+      for (const auto& [channel, pin] : side.wiring.pins) {
+        if (pin.connector.empty() == named) continue;
+        Channel number = byChannel_ ? channel : NumberOf(documents::PinText(pin));
+        if (!taken.insert(number).second) number = NumberOf("channel\n" + documents::PinText(pin));
+        numbers[channel] = number;
+        Note(side, channel, pin, number);
+      }
     }
-  }
-
-  bool ByChannel() const { return byChannel_; }
-
-  Channel Of(const ComparedSide& side, Channel channel) const {
-    return byChannel_ ? channel : numbers_.at(side.wiring.pins.at(channel));
+    return numbers;
   }
 
   void Describe(WiringComparison& comparison, std::map<Channel, wiring::Contact>& contacts) const {
@@ -60,11 +69,11 @@ class SharedNumbers {
     return text == pinTexts_.end() ? "" : " (" + text->second + ")";
   }
 
-  void Add(const ComparedSide& side, Channel channel, const documents::Pin& pin) {
-    Channel number = channel;
-    if (!byChannel_) {
-      number = numbers_.try_emplace(pin, static_cast<Channel>(numbers_.size() + 1)).first->second;
-    }
+  Channel NumberOf(const std::string& pinText) {
+    return numbers_.try_emplace(pinText, static_cast<Channel>(numbers_.size() + 1)).first->second;
+  }
+
+  void Note(const ComparedSide& side, Channel channel, const documents::Pin& pin, Channel number) {
     const auto [known, isNew] = pins_.try_emplace(number, pin);
     if (!isNew && known->second.connector.empty()) known->second = pin;
     const auto name = side.names.find(channel);
@@ -75,34 +84,46 @@ class SharedNumbers {
   }
 
   bool byChannel_;
-  std::map<documents::Pin, Channel> numbers_;
+  std::map<std::string, Channel> numbers_;  // of pins
   std::map<Channel, documents::Pin> pins_;
   std::map<Channel, std::string> names_;  // in the project's ini file
   std::map<Channel, std::string> pinTexts_;
 };
 
-NumberedSide Numbered(const ComparedSide& side, const SharedNumbers& numbers) {
-  NumberedSide numbered;
-  const documents::Wiring& wiring = side.wiring;
-  for (const auto& [channel, pin] : wiring.pins) numbered.known.insert(numbers.Of(side, channel));
-  for (const Channel channel : wiring.suspended) numbered.suspended.insert(numbers.Of(side, channel));
-  for (const Channel channel : wiring.single) {
-    numbered.single.insert(numbers.Of(side, channel));
-    numbered.nets.push_back({numbers.Of(side, channel)});
+ChannelPairs NumberedPairs(const ChannelPairs& pairs, const std::map<Channel, Channel>& numbers) {
+  ChannelPairs numbered;
+  numbered.reserve(pairs.size());
+  for (const auto& [lower, higher] : pairs) {
+    numbered.push_back(std::minmax({numbers.at(lower), numbers.at(higher)}));
   }
-  for (const auto& net : wiring.nets) {
-    auto& shared = numbered.nets.emplace_back();
-    for (const Channel channel : net) shared.push_back(numbers.Of(side, channel));
-  }
-  for (const auto& [lower, higher] : wiring.excluded) {
-    numbered.excluded.insert(std::minmax({numbers.Of(side, lower), numbers.Of(side, higher)}));
-  }
+  std::sort(numbered.begin(), numbered.end());
   return numbered;
 }
 
-template <typename Item>
-std::vector<Item> Missing(const std::set<Item>& from, const std::set<Item>& in) {
-  std::vector<Item> missing;
+NumberedSide Numbered(const ComparedSide& side, const std::map<Channel, Channel>& numbers) {
+  NumberedSide numbered;
+  const documents::Wiring& wiring = side.wiring;
+  for (const auto& [channel, number] : numbers) numbered.known.insert(number);
+  for (const Channel channel : wiring.suspended) numbered.suspended.insert(numbers.at(channel));
+  for (const Channel channel : wiring.single) {
+    numbered.single.insert(numbers.at(channel));
+    numbered.nets.push_back({numbers.at(channel)});
+  }
+  for (const auto& net : wiring.nets) {
+    auto& shared = numbered.nets.emplace_back();
+    for (const Channel channel : net) shared.push_back(numbers.at(channel));
+  }
+  const ChannelPairs excluded = NumberedPairs(wiring.excluded, numbers);
+  numbered.excluded.insert(excluded.begin(), excluded.end());
+  numbered.unknownPairs = NumberedPairs(side.unknownPairs, numbers);
+  numbered.contradictoryPairs = NumberedPairs(side.contradictoryPairs, numbers);
+  return numbered;
+}
+
+/// What is in `from` and not in `in`, both ascending.
+template <typename Items>
+std::vector<typename Items::value_type> Missing(const Items& from, const Items& in) {
+  std::vector<typename Items::value_type> missing;
   std::set_difference(from.begin(), from.end(), in.begin(), in.end(), std::back_inserter(missing));
   return missing;
 }
@@ -110,11 +131,13 @@ std::vector<Item> Missing(const std::set<Item>& from, const std::set<Item>& in) 
 class Comparing {
  public:
   Comparing(const ComparedSide& a, const ComparedSide& b)
-      : sideA_(a), sideB_(b), numbers_(a, b), a_(Numbered(a, numbers_)), b_(Numbered(b, numbers_)) {
+      : sideA_(a),
+        sideB_(b),
+        numbers_(a.hasChannels && b.hasChannels),
+        b_(Numbered(b, numbers_.Enter(b))),
+        a_(Numbered(a, numbers_.Enter(a))) {
     result_.a = a.name;
     result_.b = b.name;
-    result_.unknownA = a.unknownPairs;
-    result_.unknownB = b.unknownPairs;
   }
 
   WiringComparison Result() {
@@ -124,6 +147,8 @@ class Comparing {
     for (const Channel channel : Missing(b_.suspended, a_.suspended)) Tell(result_.suspended.b, channel, a_);
     TellExcluded(a_, b_, result_.excluded.a);
     TellExcluded(b_, a_, result_.excluded.b);
+    result_.unknown = Alone(a_.unknownPairs, b_.unknownPairs);
+    result_.contradictory = Alone(a_.contradictoryPairs, b_.contradictoryPairs);
     const bool sameKind = sideA_.isExpectation && sideB_.isExpectation;
     for (const Channel channel : Missing(a_.known, b_.known)) TellOnly(channel, a_, sameKind, true);
     for (const Channel channel : Missing(b_.known, a_.known)) TellOnly(channel, b_, sameKind, false);
@@ -150,6 +175,20 @@ class Comparing {
     }
   }
 
+  /// How many pairs each side has alone, without those of channels that one of them suspends.
+  PairCounts Alone(const ChannelPairs& a, const ChannelPairs& b) const {
+    const auto tested = [this](const ChannelPairs& pairs) {
+      return static_cast<std::size_t>(std::count_if(pairs.begin(), pairs.end(), [this](const auto& pair) {
+        return !IsSuspended(pair.first) && !IsSuspended(pair.second);
+      }));
+    };
+    return {tested(Missing(a, b)), tested(Missing(b, a))};
+  }
+
+  bool IsSuspended(Channel channel) const {
+    return a_.suspended.contains(channel) || b_.suspended.contains(channel);
+  }
+
   void TellOnly(Channel channel, const NumberedSide& own, bool sameKind, bool isA) {
     if (!own.suspended.contains(channel) && !own.single.contains(channel)) sameKind = true;
     OneSided& target = sameKind ? result_.only : result_.onlySingle;
@@ -159,9 +198,7 @@ class Comparing {
   /// The nets without what one of the sides suspends.
   diagnosis::Nets Tested(diagnosis::Nets nets) const {
     for (diagnosis::Net& net : nets) {
-      std::erase_if(net, [this](Channel channel) {
-        return a_.suspended.contains(channel) || b_.suspended.contains(channel);
-      });
+      std::erase_if(net, [this](Channel channel) { return IsSuspended(channel); });
     }
     std::erase_if(nets, [](const diagnosis::Net& net) { return net.empty(); });
     return diagnosis::Ordered(std::move(nets));
@@ -170,8 +207,8 @@ class Comparing {
   const ComparedSide& sideA_;
   const ComparedSide& sideB_;
   SharedNumbers numbers_;
+  NumberedSide b_;  // first, so that its pins are the ones that are shown
   NumberedSide a_;
-  NumberedSide b_;
   WiringComparison result_;
 };
 

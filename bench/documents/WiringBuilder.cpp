@@ -6,6 +6,22 @@
 
 namespace kxbench::documents {
 
+namespace {
+
+std::string TwoPartsOf(const Pin& pin) {
+  if (pin.connector.empty()) return "channel " + pin.pin;
+  return (pin.pin.empty() ? "" : pin.pin + " of ") + "connector " + pin.connector +
+         (pin.pin.empty() ? " without a pin" : "");
+}
+
+/// Where the first pin is, for a message that begins with the place of the second.
+std::string FirstPlace(const Place& first, const Place& second) {
+  if (first.line > 0 && first.file == second.file) return "line " + std::to_string(first.line);
+  return PlaceText(first);
+}
+
+}  // namespace
+
 std::size_t WiringBuilder::AddPin(const Pin& pin, const Place& place) {
   const auto [entry, isNew] = numbers_.try_emplace(pin, pins_.size());
   if (isNew) {
@@ -29,7 +45,22 @@ void WiringBuilder::NameNet(std::size_t pin, const std::string& name) { names_.e
 
 void WiringBuilder::Warn(const Place& place, const std::string& text) { warnings_.push_back({place, text}); }
 
+/// Whatever is made of a document calls its pins by one text: names of channels, JSON, messages.
+void WiringBuilder::RefuseSharedNames() const {
+  std::unordered_map<std::string, const PlacedPin*> pinOfName;
+  for (const PlacedPin& pin : pins_) {
+    if (splices_.contains(pin.pin.connector)) continue;
+    const auto [entry, isNew] = pinOfName.try_emplace(PinText(pin.pin), &pin);
+    if (isNew) continue;
+    const PlacedPin& first = *entry->second;
+    throw DocumentError(pin.place, entry->first + " is the name of two pins: " + TwoPartsOf(pin.pin) +
+                                       " and " + TwoPartsOf(first.pin) + " (" +
+                                       FirstPlace(first.place, pin.place) + ")");
+  }
+}
+
 WiringDocument WiringBuilder::Take() {
+  RefuseSharedNames();
   std::map<std::string, std::size_t> spliceRoots;
   for (std::size_t pin = 0; pin < pins_.size(); ++pin) {
     const std::string& connector = pins_[pin].pin.connector;

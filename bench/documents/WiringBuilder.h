@@ -29,11 +29,13 @@ class WiringBuilder {
 
   void Warn(const Place& place, const std::string& text);
 
-  /// What was added. The builder is empty afterwards.
+  /// What was added. The builder is empty afterwards. Throws DocumentError where two pins have the same
+  /// PinText: pin 1.2 of connector X1 and pin 2 of connector X1.1.
   WiringDocument Take();
 
  private:
   std::size_t RootOf(std::size_t pin);
+  void RefuseSharedNames() const;
 
   std::vector<PlacedPin> pins_;
   std::vector<std::size_t> parents_;

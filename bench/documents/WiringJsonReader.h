@@ -14,7 +14,8 @@ struct MappedDocument {
 };
 
 /// Reads what WiringJson writes. Excluded pairs and suspended channels are told as a warning: a document
-/// holds nets alone. Throws DocumentError.
+/// holds nets alone. Throws DocumentError, also where the object does not say one thing of each channel: a
+/// key or a pin that is there twice, a pin of two channels, a channel that is in no list.
 MappedDocument ReadWiringJson(const std::string& fileName, std::string_view utf8);
 
 }  // namespace kxbench::documents

@@ -56,8 +56,4 @@ std::vector<Contradiction> ContradictionsIn(const TShortTestData& expectation) {
   return contradictions;
 }
 
-std::vector<Contradiction> ContradictionsInFile(const std::string& utf8Path) {
-  return ContradictionsIn(TShortTestData(utf8Path));
-}
-
 }  // namespace kxbench::wiring

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 #include "plugin/data/ShorttestData.h"
@@ -18,8 +17,5 @@ struct Contradiction {
 
 /// All of them, by their channels.
 std::vector<Contradiction> ContradictionsIn(const TShortTestData& expectation);
-
-/// The same for the expectation file `utf8Path`. Throws what reading it throws.
-std::vector<Contradiction> ContradictionsInFile(const std::string& utf8Path);
 
 }  // namespace kxbench::wiring

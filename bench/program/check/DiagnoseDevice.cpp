@@ -1,6 +1,5 @@
 #include "bench/program/check/DiagnoseDevice.h"
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -9,38 +8,16 @@
 #include "bench/program/check/DiagnosisReport.h"
 #include "bench/program/check/RecordedNets.h"
 #include "bench/program/check/ResultRecorder.h"
+#include "bench/program/host/ContradictionWarnings.h"
 #include "bench/program/host/ExpectationGate.h"
 #include "bench/program/host/HostSetup.h"
 #include "bench/program/host/Interaction.h"
 #include "bench/program/output/Output.h"
 #include "bench/program/system/Guard.h"
-#include "bench/wiring/Contradictions.h"
 
 namespace kxbench {
 
 namespace {
-
-/// Pairs that contradict the rest of the file are told one by one up to this many.
-constexpr std::size_t MostContradictions = 5;
-
-void TellContradictions(const std::string& file, const wiring::ChannelNames& names,
-                        Interaction& interaction) {
-  const std::vector<wiring::Contradiction> all = wiring::ContradictionsInFile(file);
-  for (std::size_t i = 0; i < std::min(all.size(), MostContradictions); ++i) {
-    std::string chain;
-    for (const std::int32_t channel : all[i].chain) {
-      chain += (chain.empty() ? "" : " - ") + names.Labelled(channel);
-    }
-    std::string line = "warning: " + file + " contradicts itself: ";
-    line += names.Labelled(all[i].lower) + " and " + names.Labelled(all[i].higher);
-    line += " should not be connected, but " + chain + " should be";
-    interaction.Tell(line);
-  }
-  if (all.size() > MostContradictions) {
-    interaction.Tell("warning: " + std::to_string(all.size() - MostContradictions) +
-                     " contradictions more in " + file);
-  }
-}
 
 enum class Source { Device, Records };
 
@@ -63,7 +40,7 @@ class DiagnosisRun {
       if (!afterCheck_) User().Tell(line);
     };
     facts_ = ExpectationGate(false, warn).AdmitFile("", file);
-    TellContradictions(file, names_, User());
+    TellContradictions(file, wiring::ContradictionsIn(TShortTestData(file)), names_, User());
   }
 
   const wiring::ExpectationFacts& Facts() const { return facts_; }

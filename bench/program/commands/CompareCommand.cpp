@@ -5,11 +5,13 @@
 #include "bench/comparison/WiringComparison.h"
 #include "bench/program/Commands.h"
 #include "bench/program/commands/DocumentOptions.h"
+#include "bench/program/host/ContradictionWarnings.h"
 #include "bench/program/host/ExpectationGate.h"
 #include "bench/program/host/Interaction.h"
 #include "bench/program/host/Project.h"
 #include "bench/program/output/Output.h"
 #include "bench/program/system/Failure.h"
+#include "bench/wiring/UnknownPairs.h"
 #include "text/FileAccess.h"
 
 namespace kxbench {
@@ -90,7 +92,11 @@ class CompareCommand : public Command {
     side.name = file;
     side.wiring = documents::WiringOf(facts, names);
     side.isExpectation = true;
-    side.unknownPairs = facts.unknownPairs;
+    const TShortTestData data(file);
+    side.unknownPairs = wiring::UnknownPairsIn(data);
+    const std::vector<wiring::Contradiction> contradictions = wiring::ContradictionsIn(data);
+    for (const auto& pair : contradictions) side.contradictoryPairs.emplace_back(pair.lower, pair.higher);
+    TellContradictions(file, contradictions, names, interaction);
     for (const auto& [channel, pin] : side.wiring.pins) {
       std::string name = names.Name(channel);
       if (!name.empty()) side.names[channel] = std::move(name);

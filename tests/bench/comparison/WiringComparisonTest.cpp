@@ -102,9 +102,55 @@ TEST(ComparedExpectations, DifferInTheirChannels) {
 TEST(ComparedExpectations, DifferInPairsOfWhichOneKnowsNothing) {
   ComparedSide a = Expectation("a.dat", 3, {{1, 2}});
   const ComparedSide b = a;
-  a.unknownPairs = 2;
+  a.unknownPairs = {{1, 3}, {2, 3}};
   EXPECT_FALSE(Compare(a, b).Equal());
-  EXPECT_THAT(ComparisonReport(Compare(a, b)), HasSubstr("unknown in a.dat: 2 pairs"));
+  EXPECT_THAT(ComparisonReport(Compare(a, b)),
+              HasSubstr("  unknown in a.dat: 2 pairs, neither connected nor open\n"));
+  EXPECT_TRUE(Compare(a, a).Equal());
+}
+
+TEST(ComparedExpectations, DifferInAsManyUnknownPairsThatAreOthers) {
+  ComparedSide a = Expectation("a.dat", 4, {});
+  ComparedSide b = Expectation("b.dat", 4, {});
+  a.unknownPairs = {{1, 2}};
+  b.unknownPairs = {{3, 4}};
+  const WiringComparison comparison = Compare(a, b);
+  EXPECT_FALSE(comparison.Equal());
+  EXPECT_EQ(comparison.unknown.a, 1U);
+  EXPECT_EQ(comparison.unknown.b, 1U);
+}
+
+TEST(ComparedExpectations, DoNotDifferInUnknownPairsOfASuspendedChannel) {
+  ComparedSide a = Expectation("a.dat", 4, {{1, 2}}, {3});
+  ComparedSide b = Expectation("b.dat", 4, {{1, 2}});
+  b.unknownPairs = {{2, 3}, {3, 4}};
+  const WiringComparison comparison = Compare(a, b);
+  EXPECT_FALSE(comparison.unknown.Any());
+  EXPECT_THAT(comparison.suspended.a, ElementsAre("3"));
+}
+
+TEST(ComparedExpectations, DifferInPairsThatOneExpectsOpenAgainstItsConnections) {
+  ComparedSide a = Expectation("a.dat", 3, {{1, 2, 3}});
+  const ComparedSide b = Expectation("b.dat", 3, {{1, 2, 3}});
+  a.contradictoryPairs = {{1, 3}};
+  const WiringComparison comparison = Compare(b, a);
+  EXPECT_FALSE(comparison.Equal());
+  EXPECT_THAT(
+      ComparisonReport(comparison),
+      HasSubstr("  contradictory in a.dat: 1 pair, expected open though connections join them\ndifferent; "));
+  EXPECT_THAT(ComparisonJson(comparison), HasSubstr(R"("contradictoryPairs":{"a":0,"b":1})"));
+  EXPECT_TRUE(Compare(a, a).Equal());
+}
+
+TEST(ComparedWithADrawing, PairsAreThoseOfThePins) {
+  ComparedSide learned = Expectation("learned.dat", 3, {});
+  for (const std::int32_t channel : {1, 2, 3}) Name(learned, channel, {"A", std::to_string(channel)});
+  learned.unknownPairs = {{1, 2}, {2, 3}};
+  ComparedSide drawing = Drawing("A.3,\nA.1,\nA.2,\n");
+  EXPECT_EQ(Compare(learned, drawing).unknown.a, 2U);
+  EXPECT_FALSE(Compare(learned, drawing).Equal());
+  drawing.unknownPairs = {{1, 3}, {2, 3}};
+  EXPECT_TRUE(Compare(learned, drawing).Equal());
 }
 
 TEST(ComparedWithADrawing, MatchesPinsByTheNamesOfTheChannels) {
@@ -141,6 +187,34 @@ TEST(ComparedWithADrawing, ByChannelsCarriesTheNames) {
               HasSubstr("open: the wire from 1 (A.1) to 2 (X.2);"));
 }
 
+TEST(ComparedWithADrawing, PinsAreTheSameThatAreCalledTheSame) {
+  ComparedSide learned = Expectation("learned.dat", 2, {{1, 2}});
+  Name(learned, 1, {"X1.3", "3"});
+  Name(learned, 2, {"X2", "1"});
+  ComparedSide drawing;
+  drawing.name = "drawing.csv";
+  drawing.hasChannels = false;
+  drawing.wiring.pins = {{1, {"X1", "3.3"}}, {2, {"X2", "1"}}};
+  drawing.wiring.nets = {{1, 2}};
+  EXPECT_EQ(ComparisonReport(Compare(learned, drawing)),
+            "learned.dat against drawing.csv, pin by pin:\nequal; 1 net agrees\n");
+  EXPECT_TRUE(Compare(drawing, learned).Equal());
+}
+
+TEST(ComparedWithADrawing, AConnectorWithoutPinsIsNoChannelOfItsNumber) {
+  ComparedSide mapped = Expectation("mapped.csv", 5, {{2, 5}});
+  mapped.isExpectation = false;
+  Name(mapped, 2, {"X2", "1"});
+  Name(mapped, 5, {"3", ""});  // channel 3 has no pin, and is called 3 as well
+  ComparedSide drawing;
+  drawing.name = "drawing.csv";
+  drawing.hasChannels = false;
+  drawing.wiring.pins = {{1, {"3", ""}}, {2, {"X2", "1"}}};
+  drawing.wiring.nets = {{1, 2}};
+  EXPECT_TRUE(Compare(mapped, drawing).Equal());
+  EXPECT_TRUE(Compare(drawing, mapped).Equal());
+}
+
 TEST(ComparedDrawings, AreComparedPinByPin) {
   const WiringComparison comparison =
       Compare(Drawing("X1.1,X2.1\nX1.2,X2.2\n"), Drawing("X1.2,X2.2\nX2.1,X1.1\n"));
@@ -154,7 +228,8 @@ TEST(ComparisonForPrograms, IsOneObject) {
   EXPECT_EQ(ComparisonJson(comparison),
             R"({"format":"comparison","version":1,"a":"a.dat","b":"b.dat","by":"channel","equal":false,)"
             R"("agreeing":1,"differences":[],"suspended":{"a":["3"],"b":[]},"excluded":{"a":[],"b":[]},)"
-            R"("known":{"a":[],"b":[]},"knownUnconnected":{"a":[],"b":[]},"unknownPairs":{"a":0,"b":0}})"
+            R"("known":{"a":[],"b":[]},"knownUnconnected":{"a":[],"b":[]},"unknownPairs":{"a":0,"b":0},)"
+            R"("contradictoryPairs":{"a":0,"b":0}})"
             "\n");
 }
 

@@ -267,4 +267,60 @@ TEST_F(DocumentProcess, CompareTellsTheDifferenceByItsStatus) {
   EXPECT_EQ(Run({"compare", "cable.dat", "cable.csv", "--map-a", "cable.map.csv"}).status, 2);
 }
 
+TEST_F(DocumentProcess, CompareFindsPinsWithAPointInTheirNames) {
+  Write("dot.csv", "connector,pin,net\nX1,3.3,A\nX2,1,A\n");
+  ASSERT_EQ(Run({"import", "dot.csv", "--assign", "1", "--names", "dot.ini", "-o", "dot.dat"}).status, 0);
+  const ProcessResult result = Run({"compare", "dot.dat", "dot.csv", "--project", "./dot"});
+  EXPECT_EQ(result.output, "dot.dat against dot.csv, pin by pin:\nequal; 1 net agrees\n");
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST_F(DocumentProcess, ImportRefusesTwoPinsOfOneName) {
+  Write("cable.csv", "connector,pin,net\nX1,1.2,A\nX1.1,2,B\n");
+  const ProcessResult result = Run({"import", "cable.csv", "--assign", "1", "-o", "cable.dat"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_THAT(result.errors, StartsWith("kxbench: cable.csv:3:1: X1.1.2 is the name of two pins: "));
+  EXPECT_FALSE(Exists("cable.dat"));
+}
+
+/// An expectation of three channels with these rows.
+std::string ThreeChannels(const std::string& rows) {
+  return "[BEREICH]\nSTART=1\nENDE=3\nWIDERSTAND=3\nWIDERSTAND2=4\n[OPTION]\nU_KONTROLLE=1\n"
+         "LASTRELAISKARTE=0\nLASTRELAIS=0\nTIMEOUT=77\nMAX ERROR=5\n[DATEN]\n" +
+         rows;
+}
+
+TEST_F(DocumentProcess, CompareCountsAPairWithoutAStateAsUnknown) {
+  Write("b.dat", ThreeChannels("888\n288\n118\n"));
+  for (const std::string cell : {"0", "4", "5", "7", "8", "x"}) {
+    Write("a.dat", ThreeChannels("888\n288\n" + cell + "18\n"));
+    const ProcessResult result = Run({"compare", "a.dat", "b.dat"});
+    EXPECT_EQ(result.status, 1) << cell;
+    EXPECT_THAT(result.output, HasSubstr("  unknown in a.dat: 1 pair, neither connected nor open\n")) << cell;
+    EXPECT_EQ(Run({"compare", "a.dat", "a.dat"}).status, 0) << cell;
+    EXPECT_THAT(Run({"compare", "b.dat", "a.dat", "--format", "json"}).output,
+                HasSubstr(R"("unknownPairs":{"a":0,"b":1})"))
+        << cell;
+  }
+}
+
+TEST_F(DocumentProcess, CompareWarnsOfAContradictionAndCountsIt) {
+  Write("a.dat", ThreeChannels("888\n288\n128\n"));
+  Write("b.dat", ThreeChannels("888\n288\n228\n"));
+  const std::string warning =
+      "kxbench: warning: a.dat contradicts itself: 1 and 3 should not be connected, but 1 - 2 - 3 should "
+      "be\n";
+  const ProcessResult a = Run({"compare", "a.dat", "b.dat"});
+  EXPECT_EQ(a.status, 1);
+  EXPECT_EQ(a.errors, warning);
+  EXPECT_EQ(a.output,
+            "a.dat against b.dat:\n"
+            "  contradictory in a.dat: 1 pair, expected open though connections join them\n"
+            "different; 1 net agrees\n");
+  const ProcessResult b = Run({"compare", "b.dat", "a.dat", "--format", "json"});
+  EXPECT_EQ(b.status, 1);
+  EXPECT_EQ(b.errors, warning);
+  EXPECT_THAT(b.output, HasSubstr(R"("contradictoryPairs":{"a":0,"b":1})"));
+}
+
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "bench/documents/WiringBuilder.h"
+#include "tests/bench/documents/ListTexts.h"
 
 namespace kxbench::documents {
 namespace {
@@ -76,6 +77,28 @@ TEST_F(WiringBuilderTest, TheFirstNameOfANetCounts) {
   builder_.NameNet(other, "ground");
   builder_.Connect(pin, other);
   EXPECT_EQ(builder_.Take().nets.at(0).name, "GND");
+}
+
+TEST_F(WiringBuilderTest, TwoPinsOfOneNameAreRefused) {
+  At("X1", "1.2");
+  At("X2", "1");
+  At("X1.1", "2");
+  EXPECT_EQ(
+      RefusalOf([this] { builder_.Take(); }),
+      "list.csv:3: X1.1.2 is the name of two pins: 2 of connector X1.1 and 1.2 of connector X1 (line 1)");
+}
+
+TEST_F(WiringBuilderTest, AConnectorWithoutAPinIsNotCalledAsAChannelIs) {
+  At("", "7");
+  builder_.AddPin({"7", ""}, {"other.csv", 1, 1});
+  EXPECT_EQ(RefusalOf([this] { builder_.Take(); }),
+            "other.csv:1:1: 7 is the name of two pins: connector 7 without a pin and channel 7 (list.csv:1)");
+}
+
+TEST_F(WiringBuilderTest, PinsOfSplicesHaveNoNameToMixUp) {
+  Wire({"X1", "1.2"}, {"X1.1", "2"});
+  builder_.MakeSplice("X1.1");
+  EXPECT_THAT(PinTextsByNet(builder_.Take()), ElementsAre(ElementsAre("X1.1.2")));
 }
 
 TEST_F(WiringBuilderTest, TakingEmptiesTheBuilder) {

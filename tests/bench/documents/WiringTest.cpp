@@ -67,11 +67,39 @@ TEST(WiringJsonTest, SaysWhenItIsReadWhatIsNotTakenOver) {
   EXPECT_EQ(read.document.warnings.size(), 1U);
 }
 
+TEST(WiringJsonTest, IsReadBackWithUnusedAndSuspendedChannels) {
+  Wiring wiring;
+  wiring.pins = {{1, {"X1", "1.2"}}, {2, {"X2", ""}}, {3, UnnamedPin(3)}, {4, {"X1", "4"}}};
+  wiring.nets = {{1, 2}};
+  wiring.single = {3};
+  wiring.suspended = {4};
+  wiring.excluded = {{1, 3}};
+  const MappedDocument read = ReadWiringJson("w.json", WiringJson(wiring));
+  EXPECT_EQ(NetsText(read.document), "X1.1.2 X2 | 3");
+  EXPECT_EQ(read.map.size(), 3U);
+}
+
+TEST(WiringJsonTest, ReadsAChannelThatADamagedFileBothSuspendsAndConnects) {
+  Wiring wiring;
+  wiring.pins = {{1, UnnamedPin(1)}, {2, UnnamedPin(2)}};
+  wiring.nets = {{1, 2}};
+  wiring.suspended = {2};
+  EXPECT_EQ(NetsText(ReadWiringJson("w.json", WiringJson(wiring)).document), "1 2");
+}
+
 struct BadJsonRow {
   const char* name;
-  const char* text;
+  std::string text;
   const char* error;
 };
+
+/// An object of three channels with these members.
+std::string ThreeChannels(const std::string& channels, const std::string& nets, const std::string& single) {
+  return R"({"format":"wiring","version":1,"channels":{)" + channels + R"(},"nets":[)" + nets +
+         R"(],"single":[)" + single + R"(],"excluded":[],"suspended":[]})";
+}
+
+constexpr const char* Three = R"("1":"X1.1","2":"X1.2","3":"X1.3")";
 
 class BadWiringJson : public testing::TestWithParam<BadJsonRow> {};
 
@@ -95,7 +123,29 @@ INSTANTIATE_TEST_SUITE_P(
         BadJsonRow{"ChannelIsNone", R"({"format":"wiring","version":1,"channels":{"x":"X1.1"},"nets":[]})",
                    "w.json: x in \"channels\" is no channel"},
         BadJsonRow{"EmptyNet", R"({"format":"wiring","version":1,"channels":{},"nets":[[]]})",
-                   "w.json: a net is no list of pins"}),
+                   "w.json: a net is no list of pins"},
+        BadJsonRow{"OnePinOnTwoChannels",
+                   ThreeChannels(R"("1":"X1.1","2":"X1.2","3":"X1.1")", R"(["X1.1","X1.2"])", ""),
+                   "w.json: X1.1 is the pin of channel 1 and of channel 3"},
+        BadJsonRow{"OneChannelTwice",
+                   ThreeChannels(R"("1":"X1.1","2":"X1.2","2":"X1.3")", R"(["X1.1","X1.2","X1.3"])", ""),
+                   "w.json: there are two members \"2\" in one object"},
+        BadJsonRow{"OneChannelTwiceInOtherDigits",
+                   ThreeChannels(R"("1":"X1.1","2":"X1.2","02":"X1.3")", R"(["X1.1","X1.2","X1.3"])", ""),
+                   "w.json: channel 2 is twice in \"channels\""},
+        BadJsonRow{"OneMemberTwice",
+                   R"({"format":"wiring","version":1,"nets":[["X1.1"]],"channels":{},"nets":[]})",
+                   "w.json: there are two members \"nets\" in one object"},
+        BadJsonRow{"AChannelThatNothingIsSaidOf", ThreeChannels(Three, R"(["X1.1","X1.2"])", ""),
+                   "w.json: X1.3, the pin of channel 3, is in no net, not in \"single\" and not in"},
+        BadJsonRow{"APinInTwoNets", ThreeChannels(Three, R"(["X1.1","X1.2"],["X1.3","X1.2"])", ""),
+                   "w.json: X1.2 is twice in \"nets\""},
+        BadJsonRow{"APinTwiceInANet", ThreeChannels(Three, R"(["X1.1","X1.2","X1.1"])", R"("X1.3")"),
+                   "w.json: X1.1 is twice in \"nets\""},
+        BadJsonRow{"APinInANetAndSingle", ThreeChannels(Three, R"(["X1.1","X1.2"])", R"("X1.3","X1.1")"),
+                   "w.json: X1.1 is in \"nets\" and in \"single\""},
+        BadJsonRow{"APinTwiceInSingle", ThreeChannels(Three, R"(["X1.1","X1.2"])", R"("X1.3","X1.3")"),
+                   "w.json: X1.3 is twice in \"single\""}),
     RowName<BadJsonRow>);
 
 struct FormatOfRow {
