@@ -45,8 +45,9 @@ class WireVizHarness {
   /// Connects a pin to a wire of a cable (0: the shield) and so to all that is on that wire.
   void Attach(std::size_t pin, Part& cable, std::size_t wire);
 
-  /// Joins the pins of two connectors that have the same id, and says so at `node`.
-  void Mate(const Part& a, const Part& b, const YamlNode& node);
+  /// Joins the pins of two connectors that have the same id, and says so at `node`. `withPins`: the set names
+  /// pins of them, which make no difference.
+  void Mate(const Part& a, const Part& b, const YamlNode& node, bool withPins);
 
   /// Warns of definitions that no connection set has named.
   void WarnOfUnused();

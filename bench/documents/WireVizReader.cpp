@@ -91,7 +91,8 @@ class WireVizConnections {
       sets = value;
     }
     if (sets == nullptr) Fail(*document_.Root(), "there is no section connections: nothing is connected");
-    if (sets->empty) Fail(*section, "section connections is empty: nothing is connected");
+    const bool none = sets->kind == YamlNode::Kind::Sequence && sets->items.empty();
+    if (sets->empty || none) Fail(*section, "section connections is empty: nothing is connected");
     if (sets->kind != YamlNode::Kind::Sequence)
       Fail(*sets, "section connections must be a list of connection sets");
     return sets->items;
@@ -238,8 +239,14 @@ class WireVizConnections {
       if (IsPinArrow(arrow.points[i].node->text)) {
         const std::size_t first = PinAt(a);
         builder_.Connect(first, PinAt(b), false);
-      } else if (mated.emplace(a.part, b.part).second) {
-        harness_.Mate(*a.part, *b.part, *arrow.points[i].node);
+        continue;
+      }
+      for (const WireVizPoint& point : {a, b}) {
+        if (!point.reference.empty()) PinAt(point);  // is there such a pin?
+      }
+      if (mated.emplace(a.part, b.part).second) {
+        const bool withPins = !a.reference.empty() || !b.reference.empty();
+        harness_.Mate(*a.part, *b.part, *arrow.points[i].node, withPins);
       }
     }
   }
