@@ -250,6 +250,11 @@ YamlDocument::YamlDocument(const std::vector<std::pair<std::string, std::string>
   if (const std::size_t at = FindControlCharacter(text_); at != std::string::npos) {
     throw DocumentError(builder.PlaceAt(at), "a control character: this is no text");
   }
+  Parse();
+}
+
+void YamlDocument::Parse() {
+  Builder builder(*this);
   try {
     YamlTextBuffer buffer(text_);
     std::istream stream(&buffer);
@@ -259,10 +264,22 @@ YamlDocument::YamlDocument(const std::vector<std::pair<std::string, std::string>
   } catch (const YAML::Exception& error) {
     if (IsAtAToken(error)) builder.RefuseOpenQuote(builder.Offset(error.mark));
     std::string_view line = text_;
-    line.remove_prefix(places_->LineStart(static_cast<std::size_t>(std::max(error.mark.line, 0))));
-    throw DocumentError(builder.PlaceOf(error.mark),
-                        "this is no YAML: " + ShownText(error.msg) + LikelyCause(error, line));
+    line.remove_prefix(
+        std::min(places_->LineStart(static_cast<std::size_t>(std::max(error.mark.line, 0))), text_.size()));
+    const DocumentError refusal(builder.PlaceOf(error.mark),
+                                "this is no YAML: " + ShownText(error.msg) + LikelyCause(error, line));
+    if (error.msg == YAML::ErrorMsg::DOC_IN_SCALAR) RefuseQuoteBefore(builder.Offset(error.mark));
+    throw refusal;
   }
+}
+
+/// Which quote it is that a "---" or "..." stands in: the parser gives its place where the text ends before
+/// that.
+void YamlDocument::RefuseQuoteBefore(std::size_t at) {
+  text_.resize(at);
+  nodes_.clear();
+  droppedKeys_.clear();
+  Parse();
 }
 
 /// Where the file ends that has the character at `at`.

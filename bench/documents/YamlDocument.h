@@ -66,6 +66,8 @@ class YamlDocument {
   void Collect(const YamlNode& map, Entries& entries, Positions& positions, int depth) const;
   void CollectMerged(const YamlNode& merged, Entries& entries, Positions& positions, int depth) const;
   std::size_t FileEnd(std::size_t at) const;
+  void Parse();
+  void RefuseQuoteBefore(std::size_t at);
 
   struct File {
     std::string name;

@@ -38,6 +38,7 @@ std::size_t YamlContentAt(std::string_view text, std::size_t at) {
 bool IsYamlQuoteOpen(std::string_view text, std::size_t at, std::size_t end) {
   if (at >= text.size() || (text[at] != '"' && text[at] != '\'')) return false;
   const char quote = text[at];
+  end = std::min(end, text.size());
   for (++at; at < end; ++at) {
     if (quote == '"' && text[at] == '\\') {
       ++at;
