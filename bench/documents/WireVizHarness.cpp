@@ -171,7 +171,15 @@ std::size_t WireVizHarness::PinOf(const Part& connector, const std::string& refe
          FindWireVizPin(document_, *connector.connector, connector.name, reference, node);
 }
 
-void WireVizHarness::Attach(std::size_t pin, Part& cable, std::size_t wire) {
+void WireVizHarness::Attach(const Part& connector, std::size_t pin, Part& cable, std::size_t wire,
+                            const YamlNode& node) {
+  // A shield may well be joined to several pins.
+  std::set<std::size_t>& ends = cable.ends[wire];
+  const std::size_t end = connector.firstPin + connector.connector->ends[pin - connector.firstPin];
+  if (ends.insert(end).second && ends.size() == 3 && wire != 0) {
+    builder_.Warn(document_.PlaceOf(node), "wire " + std::to_string(wire) + " of " + cable.name +
+                                               " has more than two ends: all its pins are connected");
+  }
   const auto [first, isNew] = cable.wires.try_emplace(wire, pin);
   if (isNew || first->second == pin) return;
   const bool joined = cable.joinedWires.insert(wire).second;

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <map>
+#include <numeric>
 #include <optional>
 #include <string_view>
 
@@ -203,6 +204,18 @@ void SetLoops(const YamlDocument& document, const WireVizAttributes& attributes,
   }
 }
 
+void JoinEnds(WireVizConnector& connector) {
+  std::vector<std::size_t>& ends = connector.ends;
+  ends.resize(connector.pins.size());
+  std::iota(ends.begin(), ends.end(), 0U);
+  const auto endOf = [&ends](std::size_t pin) {
+    while (ends[pin] != pin) pin = ends[pin] = ends[ends[pin]];
+    return pin;
+  };
+  for (const auto& [a, b] : connector.loops) ends[endOf(a)] = endOf(b);
+  for (std::size_t& end : ends) end = endOf(end);
+}
+
 WireVizIndex ColorsOf(const WireVizAttributes& attributes, std::size_t wires) {
   std::vector<std::string> colors;
   if (const auto& list = attributes.List("colors"); !list.empty()) {
@@ -252,6 +265,7 @@ WireVizConnector ReadWireVizConnector(const YamlDocument& document, const YamlEn
   }
   SetLoops(document, attributes, "loops", connector);
   SetLoops(document, attributes, "shorts", connector);
+  JoinEnds(connector);
   return connector;
 }
 

@@ -227,7 +227,9 @@ class WireVizConnections {
   void ConnectToCable(const WireVizItem& connector, const WireVizItem& cable,
                       const std::vector<std::size_t>& wires) {
     for (std::size_t i = 0; i < cable.points.size(); ++i) {
-      harness_.Attach(PinAt(connector.points[i]), *cable.points[i].part, wires[i]);
+      const WireVizPoint& end = connector.points[i];
+      const WireVizPoint& wire = cable.points[i];
+      harness_.Attach(*end.part, PinAt(end), *wire.part, wires[i], *wire.node);
     }
   }
 

@@ -284,6 +284,15 @@ TEST_P(WarnedWireVizTest, SaysWhatItTakesForGranted) {
   EXPECT_EQ(WarningLines(ReadWireViz({{{"w.yml", GetParam().text}}})), GetParam().warnings);
 }
 
+// In line 3. Pins 1 to 3 of L are joined.
+WarnedWireViz WireSets(const std::string& name, const std::string& sets, const std::string& warnings) {
+  return {name,
+          "connectors: {X: {pincount: 3}, Y: {pincount: 3}, L: {pincount: 4, loops: [[1, 2], [3, 2]]}}\n"
+          "cables: {W: {wirecount: 2, shield: true}}\nconnections: [[L], [Y], " +
+              sets + "]",
+          warnings};
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Documents, WarnedWireVizTest,
     testing::Values(
@@ -296,6 +305,15 @@ INSTANTIATE_TEST_SUITE_P(
             "connectors: {X: {pincount: 2}, Y: {pincount: 2}}\nconnections: [[X: [1, 2], ==>, Y: [2, 1]]]",
             "w.yml:2:27: X and Y are mated: pins of the same name are taken as connected; the pins written "
             "beside the arrow are not used for that\n"},
+        WireSets("WireTypedTwice", "[X: [1, 2], W: [1, 1], Y: [1, 2]], [X: 3, W: 1, Y: 3]",
+                 "w.yml:3:41: wire 1 of W has more than two ends: all its pins are connected\n"),
+        WireSets("WireOfThreeSets", "[X: 1, W: 2, Y: 1], [W: 2, L: 1]",
+                 "w.yml:3:49: wire 2 of W has more than two ends: all its pins are connected\n"),
+        WireSets("WireAtALoop", "[L: [1, 2], W: [1, 1], X: [1, 1]], [W: 1, L: 3]", ""),
+        WireSets("EndsOfAWireInThreeSets", "[X: 1, W: 1], [W: 1, Y: 1], [X: 1, W: 1, Y: 1]", ""),
+        WireSets("WiresOfATemplate",
+                 "[X: [1, 2], W.: [1, 2], Y: [1, 2]], [X: 3, W.V: 1, Y: 3], [X: 1, W.U: 1, Y: 3]", ""),
+        WireSets("ShieldWithThreeEnds", "[X: [1, 2], W: [s, s], Y: [1, 2]]", ""),
         WarnedWireViz{
             "NameAloneOfAConnector",
             "connectors: {X: {pincount: 2}}\ncables: {W: {wirecount: 2}}\nconnections: [[X, W: [1-2]]]",
