@@ -71,8 +71,7 @@ class YamlDocument::Builder : public YAML::EventHandler {
   // is told from the others by the text, and by what the parser finds next.
   void OnNull(const YAML::Mark& mark, YAML::anchor_t anchor) override {
     YamlNode& node = AddScalar(mark, anchor);
-    const bool itself = IsProperty(mark);
-    empty_ = itself ? PositionOf(mark) : PlaceOfEmpty(mark);
+    empty_ = anchor != 0 ? PositionOf(mark) : PlaceOfEmpty(mark);
     null_ = &node;
     node.text = YamlNullAt(document_.text_, content_);
     if (node.text.empty()) MakeEmpty();
@@ -147,12 +146,6 @@ class YamlDocument::Builder : public YAML::EventHandler {
   Position PositionAt(std::size_t offset) const {
     const std::size_t line = document_.places_->At(document_.text_, offset).line - 1;
     return {line, offset - document_.places_->LineStart(line)};
-  }
-
-  /// Whether an anchor or a tag is there: something is written, and the value is no mere gap.
-  bool IsProperty(const YAML::Mark& mark) const {
-    const std::size_t at = Offset(mark);
-    return at < document_.text_.size() && (document_.text_[at] == '&' || document_.text_[at] == '!');
   }
 
   /// Of an empty value, the parser tells where the next thing is.
