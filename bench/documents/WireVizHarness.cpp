@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "bench/documents/NameText.h"
 #include "text/Trim.h"
 
 namespace kxbench::documents {
@@ -55,7 +56,18 @@ WireVizHarness::Definitions WireVizHarness::DefinitionsOf(const std::string& sec
   if (map == nullptr) return definitions;
   for (const YamlEntry& entry : document_.EntriesOf(*map)) {
     const std::string name = WireVizName(document_, *entry.first, "a name");
-    definitions[name].entry = entry;
+    const auto [known, isNew] = definitions.try_emplace(name);
+    YamlEntry& counts = known->second.entry;
+    if (isNew) {
+      counts = entry;
+      continue;
+    }
+    // Names that differ in blanks alone are equal: as of equal keys, the last one counts.
+    const bool last = std::pair(counts.first->line, counts.first->offset) <
+                      std::pair(entry.first->line, entry.first->offset);
+    builder_.Warn(document_.PlaceOf(last ? *counts.first : *entry.first),
+                  ShownText(name) + " is given once more further down: only the last one counts");
+    if (last) counts = entry;
   }
   return definitions;
 }
@@ -159,14 +171,22 @@ std::size_t WireVizHarness::PinOf(const Part& connector, const std::string& refe
          FindWireVizPin(document_, *connector.connector, connector.name, reference, node);
 }
 
-void WireVizHarness::Attach(std::size_t pin, Part& cable, std::size_t wire) {
+void WireVizHarness::Attach(const Part& connector, std::size_t pin, Part& cable, std::size_t wire,
+                            const YamlNode& node) {
+  // A shield may well be joined to several pins.
+  std::set<std::size_t>& ends = cable.ends[wire];
+  const std::size_t end = connector.firstPin + connector.connector->ends[pin - connector.firstPin];
+  if (ends.insert(end).second && ends.size() == 3 && wire != 0) {
+    builder_.Warn(document_.PlaceOf(node), "wire " + std::to_string(wire) + " of " + cable.name +
+                                               " has more than two ends: all its pins are connected");
+  }
   const auto [first, isNew] = cable.wires.try_emplace(wire, pin);
   if (isNew || first->second == pin) return;
   const bool joined = cable.joinedWires.insert(wire).second;
   builder_.Connect(first->second, pin, joined);
 }
 
-void WireVizHarness::Mate(const Part& a, const Part& b, const YamlNode& node) {
+void WireVizHarness::Mate(const Part& a, const Part& b, const YamlNode& node, bool withPins) {
   document_.Spend(node, a.connector->pins.size() + b.connector->pins.size());
   std::vector<std::string> alone;
   for (std::size_t i = 0; i < a.connector->pins.size(); ++i) {
@@ -180,9 +200,10 @@ void WireVizHarness::Mate(const Part& a, const Part& b, const YamlNode& node) {
   for (const std::string& pin : b.connector->pins) {
     if (!a.connector->pinIndex.contains(pin)) alone.push_back(b.name + '.' + pin);
   }
-  builder_.Warn(document_.PlaceOf(node), a.name + " and " + b.name +
-                                             " are mated: pins of the same name are taken as connected" +
-                                             (alone.empty() ? std::string() : ", not " + ListOf(alone)));
+  builder_.Warn(document_.PlaceOf(node),
+                a.name + " and " + b.name + " are mated: pins of the same name are taken as connected" +
+                    (alone.empty() ? std::string() : ", not " + ListOf(alone)) +
+                    (withPins ? "; the pins written beside the arrow are not used for that" : ""));
 }
 
 void WireVizHarness::WarnOfUnused() {

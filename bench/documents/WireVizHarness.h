@@ -30,6 +30,7 @@ class WireVizHarness {
     std::size_t firstPin = 0;                            // of a connector, in the builder
     std::unordered_map<std::size_t, std::size_t> wires;  // of a cable: a pin on each wire that has one
     std::set<std::size_t> joinedWires;
+    std::unordered_map<std::size_t, std::set<std::size_t>> ends;  // of its wires: pins that no loop joins
   };
 
   /// `document` must outlive this. Throws DocumentError where a section is of the wrong kind.
@@ -42,11 +43,13 @@ class WireVizHarness {
   /// Pin of the builder that `reference` names on a connector.
   std::size_t PinOf(const Part& connector, const std::string& reference, const YamlNode& node) const;
 
-  /// Connects a pin to a wire of a cable (0: the shield) and so to all that is on that wire.
-  void Attach(std::size_t pin, Part& cable, std::size_t wire);
+  /// Connects a pin of a connector to a wire of a cable (0: the shield) and so to all that is on that wire.
+  /// Warns of a third end, at `node`: a number that is typed twice joins two nets.
+  void Attach(const Part& connector, std::size_t pin, Part& cable, std::size_t wire, const YamlNode& node);
 
-  /// Joins the pins of two connectors that have the same id, and says so at `node`.
-  void Mate(const Part& a, const Part& b, const YamlNode& node);
+  /// Joins the pins of two connectors that have the same id, and says so at `node`. `withPins`: the set names
+  /// pins of them, which make no difference.
+  void Mate(const Part& a, const Part& b, const YamlNode& node, bool withPins);
 
   /// Warns of definitions that no connection set has named.
   void WarnOfUnused();

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <map>
+#include <numeric>
 #include <optional>
 #include <string_view>
 
@@ -22,7 +23,8 @@ constexpr std::string_view ConnectorAttributes =
     " bgcolor_title show_name show_pincount hide_disconnected_pins additional_components ";
 constexpr std::string_view CableAttributes =
     " wirecount colors color_code wirelabels shield"
-    " category type gauge show_equiv length color image notes ignore_in_bom pn manufacturer mpn supplier spn"
+    " category type gauge gauge_unit show_equiv length length_unit color image notes ignore_in_bom pn "
+    "manufacturer mpn supplier spn"
     " bgcolor bgcolor_title show_name show_wirecount show_wirenumbers additional_components ";
 
 /// The attributes of one connector or cable.
@@ -59,7 +61,8 @@ class WireVizAttributes {
 
   std::string Text(const std::string& key) const {
     const YamlNode* const value = Value(key);
-    if (value == nullptr || value->kind != YamlNode::Kind::Scalar) return {};
+    if (value == nullptr) return {};
+    if (value->kind != YamlNode::Kind::Scalar) Fail(*value, key + " of " + Name() + " must be a text");
     return std::string(shorttest::Trim(value->text));
   }
 
@@ -77,6 +80,8 @@ class WireVizAttributes {
   std::size_t Count(const std::string& key) const {
     const YamlNode* const value = Value(key);
     if (value == nullptr) return 0;
+    if (value->kind != YamlNode::Kind::Scalar)
+      Fail(*value, key + " of " + Name() + " must be a whole number");
     const std::string text = Text(key);
     std::size_t count = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
@@ -140,10 +145,15 @@ void SetPins(const YamlDocument& document, const YamlEntry& entry, const WireViz
   const auto& labels = attributes.List("pinlabels");
   std::size_t count = attributes.Count("pincount");
   if (connector.simple) {
-    if (count > 1)
-      attributes.Fail(*attributes.Value("pincount"),
-                      attributes.Name() + " has style simple and can have one pin only");
+    const YamlNode* const tooMany =
+        count > 1 ? attributes.Value("pincount") : (pins.size() > 1 ? attributes.Value("pins") : nullptr);
+    if (tooMany != nullptr)
+      attributes.Fail(*tooMany, attributes.Name() + " has style simple and can have one pin only");
     count = 1;
+  } else if (attributes.Value("pincount") != nullptr && !pins.empty() && count != pins.size()) {
+    attributes.Fail(*attributes.Value("pincount"), "pincount of " + attributes.Name() + " is " +
+                                                       std::to_string(count) + ", but pins has " +
+                                                       std::to_string(pins.size()));
   }
   if (count == 0) count = std::max({pins.size(), labels.size(), attributes.List("pincolors").size()});
   if (count == 0) {
@@ -194,6 +204,18 @@ void SetLoops(const YamlDocument& document, const WireVizAttributes& attributes,
   }
 }
 
+void JoinEnds(WireVizConnector& connector) {
+  std::vector<std::size_t>& ends = connector.ends;
+  ends.resize(connector.pins.size());
+  std::iota(ends.begin(), ends.end(), 0U);
+  const auto endOf = [&ends](std::size_t pin) {
+    while (ends[pin] != pin) pin = ends[pin] = ends[ends[pin]];
+    return pin;
+  };
+  for (const auto& [a, b] : connector.loops) ends[endOf(a)] = endOf(b);
+  for (std::size_t& end : ends) end = endOf(end);
+}
+
 WireVizIndex ColorsOf(const WireVizAttributes& attributes, std::size_t wires) {
   std::vector<std::string> colors;
   if (const auto& list = attributes.List("colors"); !list.empty()) {
@@ -213,8 +235,8 @@ WireVizIndex ColorsOf(const WireVizAttributes& attributes, std::size_t wires) {
 }
 
 bool SaysNo(const std::string& text) {
-  constexpr std::string_view No[] = {"false", "False", "FALSE", "no",   "No",   "NO",  "off",
-                                     "Off",   "OFF",   "0",     "null", "Null", "NULL"};
+  constexpr std::string_view No[] = {"false", "False", "FALSE", "no",   "No",   "NO",   "off",
+                                     "Off",   "OFF",   "0",     "null", "Null", "NULL", "~"};
   return text.empty() || std::find(std::begin(No), std::end(No), text) != std::end(No);
 }
 
@@ -243,6 +265,7 @@ WireVizConnector ReadWireVizConnector(const YamlDocument& document, const YamlEn
   }
   SetLoops(document, attributes, "loops", connector);
   SetLoops(document, attributes, "shorts", connector);
+  JoinEnds(connector);
   return connector;
 }
 
@@ -256,8 +279,8 @@ WireVizCable ReadWireVizCable(const YamlDocument& document, const YamlEntry& ent
   cable.colors = ColorsOf(attributes, cable.wires);
   cable.labels = attributes.IndexOf("wirelabels");
   if (const YamlNode* const shield = attributes.Value("shield")) {
-    cable.shield =
-        shield->kind != YamlNode::Kind::Scalar || shield->quoted || !SaysNo(attributes.Text("shield"));
+    const std::string text = attributes.Text("shield");
+    cable.shield = shield->quoted || !SaysNo(text);
   }
   if (cable.shield && cable.labels.contains("s")) {
     attributes.Fail("cable " + attributes.Name() + " has a shield: s cannot be the label of a wire too");

@@ -29,6 +29,7 @@ struct WireVizConnector {
   WireVizIndex pinIndex;                                   ///< by id
   WireVizIndex labels;                                     ///< by label
   std::vector<std::pair<std::size_t, std::size_t>> loops;  ///< indices of pins that are joined
+  std::vector<std::size_t> ends;  ///< of each pin: itself, or one pin for all that loops join
 };
 
 /// What section `cables` says of one of its entries.

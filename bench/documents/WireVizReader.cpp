@@ -91,7 +91,8 @@ class WireVizConnections {
       sets = value;
     }
     if (sets == nullptr) Fail(*document_.Root(), "there is no section connections: nothing is connected");
-    if (sets->empty) Fail(*section, "section connections is empty: nothing is connected");
+    const bool none = sets->kind == YamlNode::Kind::Sequence && sets->items.empty();
+    if (sets->empty || none) Fail(*section, "section connections is empty: nothing is connected");
     if (sets->kind != YamlNode::Kind::Sequence)
       Fail(*sets, "section connections must be a list of connection sets");
     return sets->items;
@@ -226,7 +227,9 @@ class WireVizConnections {
   void ConnectToCable(const WireVizItem& connector, const WireVizItem& cable,
                       const std::vector<std::size_t>& wires) {
     for (std::size_t i = 0; i < cable.points.size(); ++i) {
-      harness_.Attach(PinAt(connector.points[i]), *cable.points[i].part, wires[i]);
+      const WireVizPoint& end = connector.points[i];
+      const WireVizPoint& wire = cable.points[i];
+      harness_.Attach(*end.part, PinAt(end), *wire.part, wires[i], *wire.node);
     }
   }
 
@@ -238,8 +241,14 @@ class WireVizConnections {
       if (IsPinArrow(arrow.points[i].node->text)) {
         const std::size_t first = PinAt(a);
         builder_.Connect(first, PinAt(b), false);
-      } else if (mated.emplace(a.part, b.part).second) {
-        harness_.Mate(*a.part, *b.part, *arrow.points[i].node);
+        continue;
+      }
+      for (const WireVizPoint& point : {a, b}) {
+        if (!point.reference.empty()) PinAt(point);  // is there such a pin?
+      }
+      if (mated.emplace(a.part, b.part).second) {
+        const bool withPins = !a.reference.empty() || !b.reference.empty();
+        harness_.Mate(*a.part, *b.part, *arrow.points[i].node, withPins);
       }
     }
   }

@@ -7,9 +7,11 @@
 #include <algorithm>
 #include <istream>
 #include <streambuf>
+#include <tuple>
 #include <unordered_set>
 
 #include "bench/documents/NameText.h"
+#include "bench/documents/YamlDocumentText.h"
 #include "text/TextEncoding.h"
 
 namespace kxbench::documents {
@@ -29,6 +31,12 @@ class YamlTextBuffer : public std::streambuf {
 
 bool IsMergeKey(const YamlNode& key) {
   return key.kind == YamlNode::Kind::Scalar && !key.quoted && key.text == MergeKey;
+}
+
+/// Whether the parser complains of what begins there, not of something within.
+bool IsAtAToken(const YAML::Exception& error) {
+  return error.msg == YAML::ErrorMsg::END_OF_MAP || error.msg == YAML::ErrorMsg::END_OF_SEQ ||
+         error.msg == YAML::ErrorMsg::END_OF_MAP_FLOW || error.msg == YAML::ErrorMsg::END_OF_SEQ_FLOW;
 }
 
 /// What is wrong in `line`, or most likely is, where the parser's words do not help.
@@ -59,25 +67,26 @@ class YamlDocument::Builder : public YAML::EventHandler {
   }
   void OnDocumentEnd() override {}
 
-  // What stood there is told apart later, by the text: all scalars are texts.
+  // The parser says this of null and ~ and of values that are not there. All scalars are texts: an empty one
+  // is told from the others by the text, and by what the parser finds next.
   void OnNull(const YAML::Mark& mark, YAML::anchor_t anchor) override {
-    YamlNode& node = Add(mark, anchor, YamlNode::Kind::Scalar);
-    const std::string_view rest =
-        std::string_view(document_.text_).substr(std::min(Offset(mark), document_.text_.size()));
-    if (rest.substr(0, 4) == "null" || rest.substr(0, 4) == "Null" || rest.substr(0, 4) == "NULL") {
-      node.text = rest.substr(0, 4);
-    } else {
-      node.empty = true;
-    }
+    YamlNode& node = AddScalar(mark, anchor);
+    empty_ = anchor != 0 ? PositionOf(mark) : PlaceOfEmpty(mark);
+    null_ = &node;
+    node.text = YamlNullAt(document_.text_, content_);
+    if (node.text.empty()) MakeEmpty();
     Attach(node);
+    last_ = PositionOf(mark);
   }
 
   void OnScalar(const YAML::Mark& mark, const std::string& tag, YAML::anchor_t anchor,
                 const std::string& value) override {
-    YamlNode& node = Add(mark, anchor, YamlNode::Kind::Scalar);
+    YamlNode& node = AddScalar(mark, anchor);
+    RefuseOpenQuote(content_);
     node.text = value;
     node.quoted = tag == "!";
     Attach(node);
+    last_ = PositionOf(mark);
   }
 
   void OnAlias(const YAML::Mark& mark, YAML::anchor_t anchor) override {
@@ -87,6 +96,7 @@ class YamlDocument::Builder : public YAML::EventHandler {
       throw DocumentError(PlaceOf(mark), "an alias inside of what it names");
     }
     Attach(*found->second);
+    last_ = PositionOf(mark);
   }
 
   void OnSequenceStart(const YAML::Mark& mark, const std::string&, YAML::anchor_t anchor,
@@ -104,21 +114,66 @@ class YamlDocument::Builder : public YAML::EventHandler {
     open_.pop_back();
   }
 
+  /// What is wrong at the end of the text is said of the last thing in it.
   Place PlaceOf(const YAML::Mark& mark) const {
-    return PlaceOf(static_cast<std::size_t>(std::max(mark.line, 0)),
-                   static_cast<std::size_t>(std::max(mark.column, 0)));
+    const std::size_t last = document_.text_.find_last_not_of(" \t\r\n");
+    const std::size_t end = last == std::string::npos ? 0 : last + 1;
+    return PlaceAt(std::min(Offset(mark), end));
   }
-  Place PlaceOf(std::size_t line, std::size_t offset) const {
+  Place PlaceAt(std::size_t offset) const {
     YamlNode node;
-    node.line = line;
-    node.offset = offset;
+    std::tie(node.line, node.offset) = PositionAt(offset);
     return document_.PlaceOf(node);
   }
 
- private:
   std::size_t Offset(const YAML::Mark& mark) const {
-    return document_.places_->LineStart(static_cast<std::size_t>(std::max(mark.line, 0))) +
-           static_cast<std::size_t>(std::max(mark.column, 0));
+    const auto [line, offset] = PositionOf(mark);
+    return std::min(document_.places_->LineStart(line) + offset, document_.text_.size());
+  }
+
+  void RefuseOpenQuote(std::size_t at) const {
+    if (!IsYamlQuoteOpen(document_.text_, at, document_.FileEnd(at))) return;
+    throw DocumentError(PlaceAt(at), "this is no YAML: the quote is not closed in this file");
+  }
+
+ private:
+  using Position = std::pair<std::size_t, std::size_t>;  // line and offset, as those of a node
+
+  static Position PositionOf(const YAML::Mark& mark) {
+    return {static_cast<std::size_t>(std::max(mark.line, 0)),
+            static_cast<std::size_t>(std::max(mark.column, 0))};
+  }
+  Position PositionAt(std::size_t offset) const {
+    const std::size_t line = document_.places_->At(document_.text_, offset).line - 1;
+    return {line, offset - document_.places_->LineStart(line)};
+  }
+
+  /// Of an empty value, the parser tells where the next thing is.
+  Position PlaceOfEmpty(const YAML::Mark& mark) const {
+    if (open_.empty()) return PositionOf(mark);
+    const YamlNode& parent = *open_.back();
+    if (parent.kind == YamlNode::Kind::Map) return parent.items.size() % 2 == 1 ? last_ : PositionOf(mark);
+    const std::size_t at = Offset(mark);
+    const bool inBrackets =
+        at < document_.text_.size() && (document_.text_[at] == ',' || document_.text_[at] == ']');
+    const std::size_t dash = inBrackets ? std::string::npos : YamlDashBefore(document_.text_, at);
+    return dash == std::string::npos ? PositionOf(mark) : PositionAt(dash);
+  }
+
+  void MakeEmpty() {
+    null_->text.clear();
+    null_->empty = true;
+    std::tie(null_->line, null_->offset) = empty_;
+    null_ = nullptr;
+  }
+
+  YamlNode& AddScalar(const YAML::Mark& mark, YAML::anchor_t anchor) {
+    const std::size_t content = YamlContentAt(document_.text_, Offset(mark));
+    // The null there belongs to this node, and the one before was empty.
+    if (null_ != nullptr && content == content_) MakeEmpty();
+    null_ = nullptr;
+    content_ = content;
+    return Add(mark, anchor, YamlNode::Kind::Scalar);
   }
 
   YamlNode& Add(const YAML::Mark& mark, YAML::anchor_t anchor, YamlNode::Kind kind) {
@@ -166,17 +221,18 @@ class YamlDocument::Builder : public YAML::EventHandler {
   bool started_ = false;
   std::vector<YamlNode*> open_;
   std::unordered_map<YAML::anchor_t, YamlNode*> anchors_;
+  std::size_t content_ = 0;   // where the last scalar's text begins
+  YamlNode* null_ = nullptr;  // the last scalar, if it may still turn out to be empty
+  Position empty_{0, 0};      // its place then
+  Position last_{0, 0};       // of the last scalar or alias
 };
 
 YamlDocument::YamlDocument(const std::vector<std::pair<std::string, std::string>>& files) {
   std::size_t lines = 0;
   for (const auto& [name, bytes] : files) {
-    if (!text_.empty() && text_.back() != '\n') {
-      text_ += '\n';
-      ++lines;
-    }
     files_.push_back({name, lines});
-    const std::string text = shorttest::FileTextToUtf8(bytes);
+    std::string text = shorttest::FileTextToUtf8(bytes);
+    if (!text.empty() && text.back() != '\n') text += '\n';
     lines += static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
     text_ += text;
   }
@@ -185,10 +241,13 @@ YamlDocument::YamlDocument(const std::vector<std::pair<std::string, std::string>
   Builder builder(*this);
   // The parser takes U+0004 for the end of the text.
   if (const std::size_t at = FindControlCharacter(text_); at != std::string::npos) {
-    const std::size_t line = places_->At(text_, at).line - 1;
-    throw DocumentError(builder.PlaceOf(line, at - places_->LineStart(line)),
-                        "a control character: this is no text");
+    throw DocumentError(builder.PlaceAt(at), "a control character: this is no text");
   }
+  Parse();
+}
+
+void YamlDocument::Parse() {
+  Builder builder(*this);
   try {
     YamlTextBuffer buffer(text_);
     std::istream stream(&buffer);
@@ -196,11 +255,35 @@ YamlDocument::YamlDocument(const std::vector<std::pair<std::string, std::string>
     while (parser.HandleNextDocument(builder)) {
     }
   } catch (const YAML::Exception& error) {
+    if (IsAtAToken(error)) builder.RefuseOpenQuote(builder.Offset(error.mark));
     std::string_view line = text_;
-    line.remove_prefix(places_->LineStart(static_cast<std::size_t>(std::max(error.mark.line, 0))));
-    throw DocumentError(builder.PlaceOf(error.mark),
-                        "this is no YAML: " + ShownText(error.msg) + LikelyCause(error, line));
+    line.remove_prefix(
+        std::min(places_->LineStart(static_cast<std::size_t>(std::max(error.mark.line, 0))), text_.size()));
+    const DocumentError refusal(builder.PlaceOf(error.mark),
+                                "this is no YAML: " + ShownText(error.msg) + LikelyCause(error, line));
+    if (error.msg == YAML::ErrorMsg::DOC_IN_SCALAR) RefuseQuoteBefore(builder.Offset(error.mark));
+    throw refusal;
   }
+}
+
+/// Which quote it is that a "---" or "..." stands in: the parser gives its place where the text ends before
+/// that.
+void YamlDocument::RefuseQuoteBefore(std::size_t at) {
+  text_.resize(at);
+  nodes_.clear();
+  droppedKeys_.clear();
+  Parse();
+}
+
+/// Where the file ends that has the character at `at`.
+std::size_t YamlDocument::FileEnd(std::size_t at) const {
+  std::size_t end = text_.size();
+  for (auto file = files_.rbegin(); file != files_.rend(); ++file) {
+    const std::size_t start = places_->LineStart(file->firstLine);
+    if (start <= at) break;
+    end = start;
+  }
+  return end;
 }
 
 Place YamlDocument::PlaceOf(const YamlNode& node) const {

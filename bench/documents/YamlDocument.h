@@ -19,11 +19,13 @@ struct YamlNode {
   enum class Kind { Scalar, Sequence, Map };
 
   Kind kind = Kind::Scalar;
-  bool empty = false;  ///< a scalar that says nothing: no text at all, or an unquoted '~'
+  bool empty = false;  ///< a scalar that is not there at all; '' is a text, and so are null and ~
   bool quoted = false;
   std::string text;                    ///< of a scalar, always as it is written: 007, ON, null
   std::vector<const YamlNode*> items;  ///< of a sequence; of a map: key, value, key, value...
-  std::size_t line = 0, offset = 0;    ///< from 0, in the texts put together; offset in bytes within the line
+  /// From 0, in the texts put together; offset in bytes within the line. Of an empty one, its key's or
+  /// dash's.
+  std::size_t line = 0, offset = 0;
 };
 
 /// A key of a map and its value.
@@ -34,7 +36,8 @@ using YamlEntry = std::pair<const YamlNode*, const YamlNode*>;
 class YamlDocument {
  public:
   /// Reads the texts (any encoding that FileTextToUtf8 knows). Throws DocumentError for what is no YAML, for
-  /// several documents, nesting deeper than 100, and for more nodes than any harness needs.
+  /// several documents, for quotes that are not closed in their file, nesting deeper than 100, and for more
+  /// nodes than any harness needs.
   explicit YamlDocument(const std::vector<std::pair<std::string, std::string>>& files);
 
   /// nullptr for a document without content.
@@ -62,6 +65,9 @@ class YamlDocument {
   void Put(const YamlEntry& entry, Entries& entries, Positions& positions) const;
   void Collect(const YamlNode& map, Entries& entries, Positions& positions, int depth) const;
   void CollectMerged(const YamlNode& merged, Entries& entries, Positions& positions, int depth) const;
+  std::size_t FileEnd(std::size_t at) const;
+  void Parse();
+  void RefuseQuoteBefore(std::size_t at);
 
   struct File {
     std::string name;

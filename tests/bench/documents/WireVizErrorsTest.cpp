@@ -54,6 +54,8 @@ INSTANTIATE_TEST_SUITE_P(
                  ":1:1: there is no section connections: nothing is connected"),
         Sections("EmptyConnections", "connections:\n",
                  ":1:1: section connections is empty: nothing is connected"),
+        Sections("ConnectionsWithoutASet", "connectors: {X: {pincount: 2}}\nconnections: []\n",
+                 ":2:1: section connections is empty: nothing is connected"),
         Sections("ConnectionsIsAMap", "connections: {X: 1}",
                  ":1:14: section connections must be a list of connection sets"),
         Sections("ConnectorsIsAList", "connectors: [X]\nconnections: [[X]]",
@@ -139,7 +141,11 @@ INSTANTIATE_TEST_SUITE_P(
             ":5:16: X.Y.Z has more than one . between template and name"),
         Set("MadeFromAnotherTemplate", "[X.U: 1, W: 1, Y.U: a]",
             ":5:30: U is made from X already and cannot be made from Y"),
-        Set("NoPins", "[X: , W: 1]", ":5:19: a pin or a wire is missing here"),
+        Set("NoPins", "[X: , W: 1]", ":5:16: a pin or a wire is missing here"),
+        Set("UnknownPinBesideAConnectorArrow", "[X: 5, ==>, Y: a]",
+            ":5:19: X has no pin 5: it has 4, 1 to 4"),
+        Set("UnknownPinPastAConnectorArrow", "[X: [1, 2], ==>, Y: [a, c]]",
+            ":5:39: Y has no pin c: it has 4, 1 to 4"),
         Set("EmptyListOfPins", "[X: [], W: 1]", ":5:19: no pin and no wire is named here"),
         Set("EmptyListOfNames", "[[], W: 1]", ":5:16: an empty list in a connection set"),
         Set("ListInAListOfPins", "[X: [[1, 2]], W: 1]", ":5:20: a pin or a wire must be a text"),
@@ -163,7 +169,7 @@ INSTANTIATE_TEST_SUITE_P(
         Connector("PinTwice", "{pins: [1, 2, 1]}", ":2:20: pin 1 of X is there twice"),
         Connector("PinsIsANumber", "{pins: 4}", ":2:13: pins of X must be a list"),
         Connector("PinIsAMap", "{pins: [1: 2]}", ":2:14: a pin must be a text"),
-        Connector("PinWithoutName", "{pins: [1, ~]}", ":2:17: a pin is missing here"),
+        Connector("PinWithoutName", "{pins: [1, '']}", ":2:17: a pin is missing here"),
         Connector("LabelIsAList", "{pinlabels: [[A]]}", ":2:19: pinlabels of X holds texts and nothing else"),
         Connector("PincountIsAText", "{pincount: four}",
                   ":2:17: pincount of X must be a whole number, not four"),
@@ -177,6 +183,15 @@ INSTANTIATE_TEST_SUITE_P(
                   ":2:17: pincount of X is more than 10000"),
         Connector("SimpleWithTwoPins", "{style: simple, pincount: 2}",
                   ":2:32: X has style simple and can have one pin only"),
+        Connector("SimpleWithTwoPinNames", "{style: simple, pins: [1, 2]}",
+                  ":2:28: X has style simple and can have one pin only"),
+        Connector("MorePinsCountedThanNamed", "{pincount: 6, pins: [1, 2, 3]}",
+                  ":2:17: pincount of X is 6, but pins has 3"),
+        Connector("FewerPinsCountedThanNamed", "{pincount: 1, pins: [1, 2, 3]}",
+                  ":2:17: pincount of X is 1, but pins has 3"),
+        Connector("NoPinsCountedButNamed", "{pincount: 0, pins: [1]}",
+                  ":2:17: pincount of X is 0, but pins has 1"),
+        Connector("StyleIsAList", "{style: [simple]}", ":2:14: style of X must be a text"),
         Connector("LoopOfOne", "{pincount: 2, loops: [[1]]}",
                   ":2:28: one of the loops of X must be a list of two pins"),
         Connector("LoopOfThree", "{pincount: 3, loops: [[1, 2, 3]]}",
@@ -197,8 +212,98 @@ INSTANTIATE_TEST_SUITE_P(
         Cable("ColorsIsAText", "{colors: BK}", ":2:15: colors of W must be a list"),
         Cable("ColorIsAList", "{colors: [[BK]]}", ":2:16: colors of W holds texts and nothing else"),
         Cable("WirecountIsHuge", "{wirecount: 999999}", ":2:18: wirecount of W is more than 10000"),
+        Cable("ColorCodeIsAList", "{wirecount: 2, color_code: [DIN]}",
+              ":2:33: color_code of W must be a text"),
+        Cable("ShieldIsAList", "{wirecount: 2, shield: [a]}", ":2:29: shield of W must be a text"),
+        Cable("ShieldIsAMap", "{wirecount: 2, shield: {color: SN}}", ":2:29: shield of W must be a text"),
         Cable("LabelOfTheShield", "{wirecount: 2, shield: true, wirelabels: [s]}",
               ":2:3: cable W has a shield: s cannot be the label of a wire too")),
+    RowName<BadWireViz>);
+
+// The connector's notes begin in line 4, column 12.
+BadWireViz Notes(const std::string& name, const std::string& notes, const std::string& refusal) {
+  return {name, "connections: [[X]]\nconnectors:\n  X:\n    notes: " + notes, refusal};
+}
+
+constexpr const char* NotClosed = ":4:12: this is no YAML: the quote is not closed in this file";
+
+INSTANTIATE_TEST_SUITE_P(
+    QuotesNotClosed, BadWireVizTest,
+    testing::Values(Notes("Double", "\"see drawing\n    pincount: 2\n", NotClosed),
+                    Notes("Single", "'see drawing\n    pincount: 2\n", NotClosed),
+                    Notes("WithoutALineEnd", "\"see drawing", NotClosed),
+                    Notes("WindowsLineEnds", "\"see drawing\r\n    pincount: 2\r\n", NotClosed),
+                    Notes("BlanksAtTheEnd", "'see drawing\n\n   ", NotClosed),
+                    Notes("LastQuoteIsDoubled", "'see drawing''\n", NotClosed),
+                    Notes("LastQuoteIsEscaped", "\"see drawing\\\"\n", NotClosed),
+                    Notes("OtherQuotesInside", "\"see 'drawing' it's\n", NotClosed),
+                    Notes("PastAnAnchorAndATag", "&n !!str # c\n           \"see drawing\n",
+                          ":5:12: this is no YAML: the quote is not closed in this file"),
+                    Notes("InAList", "[a, 'see drawing\n",
+                          ":4:16: this is no YAML: the quote is not closed in this file"),
+                    Notes("InAMap", "{a: 1, \"see drawing\n",
+                          ":4:19: this is no YAML: the quote is not closed in this file"),
+                    Notes("WithoutAComma", "['a' 'see drawing\n",
+                          ":4:17: this is no YAML: the quote is not closed in this file"),
+                    Notes("InPlaceOfAnItem", "\n    - a\n    'see drawing\n",
+                          ":6:5: this is no YAML: the quote is not closed in this file"),
+                    Notes("AsAKey", "a\n    'see drawing\n",
+                          ":5:5: this is no YAML: the quote is not closed in this file"),
+                    Sections("FromTheStart", "'see drawing\n",
+                             ":1:1: this is no YAML: the quote is not closed in this file")),
+    RowName<BadWireViz>);
+
+struct FileInFront {
+  std::string name;
+  std::string text;
+  std::string document;
+};
+
+class QuoteOfAFileInFrontTest : public testing::TestWithParam<FileInFront> {};
+
+TEST_P(QuoteOfAFileInFrontTest, IsClosedInThatFile) {
+  const WireVizSources sources{{{"parts.yml", GetParam().text}, {"w.yml", GetParam().document}}};
+  EXPECT_EQ(RefusalOf([&] { ReadWireViz(sources); }),
+            "parts.yml:2:8: this is no YAML: the quote is not closed in this file");
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, QuoteOfAFileInFrontTest,
+                         testing::Values(FileInFront{"Never", "a: 1\nnotes: \"b\n", "connections: [[X]]\n"},
+                                         FileInFront{"WithoutALineEnd", "a: 1\nnotes: \"b",
+                                                     "connections: [[X]]\n"},
+                                         FileInFront{"NeverBeforeAMarkOfADocument", "a: 1\nnotes: \"b\n",
+                                                     "---\nconnections: [[X]]\n"},
+                                         FileInFront{"InTheNextFile", "a: 1\nnotes: 'b\n",
+                                                     "other: 'c'\nconnections: [[X]]\nlast: ''\n"},
+                                         FileInFront{"InTheNextFileAsWholeText", "a: 1\nnotes: \"b\n",
+                                                     "connections: [[X]]\n#\"\nconnections: [[Y]]\n"}),
+                         RowName<FileInFront>);
+
+INSTANTIATE_TEST_SUITE_P(
+    EmptyValues, BadWireVizTest,
+    testing::Values(
+        Sections("PinsOfAKey", "connections:\n  - - X:\n    - W: 1\n  - - Y\n",
+                 ":2:7: a pin or a wire is missing here"),
+        Sections("PinsOfAnAnchoredKey", "connections:\n  - - &x X:\n    - W: 1\n",
+                 ":2:7: a pin or a wire is missing here"),
+        Sections("ItemOfASet", "connections:\n  -\n    -   # - nothing\n\n    # - Y\n    - W\n",
+                 ":3:5: a connector, a cable or an arrow is missing here"),
+        Sections("PinInBrackets", "connections:\n  - - X: [1,, 2]\n    - W: 1\n",
+                 ":2:13: a pin or a wire is missing here"),
+        Sections("SetAtTheEnd", "connections:\n  -\n",
+                 ":2:3: a connection set must be a list of connectors and cables"),
+        Sections("SetAtTheEndWithoutALineEnd", "connections:\n  -",
+                 ":2:3: a connection set must be a list of connectors and cables"),
+        Sections("ItemOfAnInnerList", "connections:\n  - -\n  - [Y]\n",
+                 ":2:5: a connector, a cable or an arrow is missing here"),
+        Sections("OptionBeforeAnAnchoredKey",
+                 "options:\n  template_separator:\n&x other: 1\nconnections: [[X]]\n",
+                 ":2:3: template_separator must be a text"),
+        Sections("SetBeforeASection", "connections:\n-\nnull: 1\n",
+                 ":2:1: a connection set must be a list of connectors and cables"),
+        Sections("ListNotClosedAtTheEnd", "connections: [[X]\n\n",
+                 ":1:18: this is no YAML: end of sequence flow not found (is a [ not closed, or a comma "
+                 "missing?)")),
     RowName<BadWireViz>);
 
 TEST(HostileWireVizTest, DeepNestingIsRefused) {

@@ -211,6 +211,67 @@ TEST(WireVizReaderTest, OtherEncodingsAndLineEndsAreRead) {
             "Kü.1 Kü.2");
 }
 
+TEST(WireVizReaderTest, WhatMeansNothingElsewhereIsAText) {
+  const WiringDocument document =
+      ReadWireViz({{{"w.yml",
+                     "connectors: {~: {pins: [null, &n NULL, &t ~, ! Null, &e !!str ~x]}}\n"
+                     "connections: [[~: [*n, *t], --, ~: [null, ~x]]]\n"}}});
+  EXPECT_EQ(AllPins(document), "~.null ~.NULL ~.~ ~.Null ~.~x");
+  EXPECT_EQ(ConnectedNets(document), "~.null ~.NULL; ~.~ ~.~x");
+}
+
+// The parser gives an empty value the place of what comes next.
+TEST(WireVizReaderTest, AnEmptyAttributeBeforeAKeyCalledNullIsEmpty) {
+  for (const char* const next : {"null", "nullable", "~", "~x", "&a null", "!!str null"}) {
+    for (const char* const empty : {"loops:\n", "loops: &n\n", "loops: # c\n"}) {
+      const std::string text =
+          "connections: [[X]]\nconnectors:\n  X:\n    pincount: 1\n    pinlabels: []\n    " +
+          std::string(empty) + "  " + next + ": 1\n";
+      SCOPED_TRACE(text);
+      EXPECT_EQ(AllPins(ReadWireViz({{{"w.yml", text}}})), "X.1");
+    }
+  }
+}
+
+TEST(WireVizReaderTest, AnEmptySectionBeforeAKeyCalledNullIsEmpty) {
+  for (const char* const next : {"null", "nullable", "~", "~x", "&a null", "!!str null"}) {
+    for (const char* const empty : {"cables:\n", "cables: &n\n", "cables: # c\n"}) {
+      const std::string text =
+          "connections: [[X]]\nconnectors: {X: {pincount: 1}}\n" + std::string(empty) + next + ": 1\n";
+      EXPECT_EQ(AllPins(ReadWireViz({{{"w.yml", text}}})), "X.1") << text;
+    }
+  }
+}
+
+TEST(WireVizReaderTest, QuotesThatAreClosedOrAreNoneAreRead) {
+  for (const char* const notes : {"\"5 inch\"",
+                                  "5\" inch",
+                                  "it's",
+                                  "|\n      \"not closed",
+                                  ">-\n      'not closed",
+                                  "1 # \"not closed",
+                                  "\"a \\\" b\"",
+                                  "'it''s'",
+                                  "\"a\\\\\"",
+                                  "''",
+                                  "&a \"x\"",
+                                  "!!str 'x'",
+                                  "&a !!str\n      'x'",
+                                  "\"x\n      y\"",
+                                  "\"x'\"",
+                                  "'x\"'",
+                                  "&a' x",
+                                  "!x' y",
+                                  "[a'b, c\"]",
+                                  "\n    \"color\": 'RD'"}) {
+    for (const char* const end : {"", "\n", "\r\n", "\n# it's\n"}) {
+      const std::string text =
+          std::string("connections: [[X]]\nconnectors:\n  X:\n    pincount: 1\n    notes: ") + notes + end;
+      EXPECT_EQ(RefusalOf([&] { ReadWireViz({{{"w.yml", text}}}); }), "") << text;
+    }
+  }
+}
+
 struct WarnedWireViz {
   std::string name;
   std::string text;
@@ -223,6 +284,15 @@ TEST_P(WarnedWireVizTest, SaysWhatItTakesForGranted) {
   EXPECT_EQ(WarningLines(ReadWireViz({{{"w.yml", GetParam().text}}})), GetParam().warnings);
 }
 
+// In line 3. Pins 1 to 3 of L are joined.
+WarnedWireViz WireSets(const std::string& name, const std::string& sets, const std::string& warnings) {
+  return {name,
+          "connectors: {X: {pincount: 3}, Y: {pincount: 3}, L: {pincount: 4, loops: [[1, 2], [3, 2]]}}\n"
+          "cables: {W: {wirecount: 2, shield: true}}\nconnections: [[L], [Y], " +
+              sets + "]",
+          warnings};
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Documents, WarnedWireVizTest,
     testing::Values(
@@ -230,6 +300,20 @@ INSTANTIATE_TEST_SUITE_P(
         WarnedWireViz{
             "Mated", "connectors: {X: {pincount: 2}, Y: {pins: [2, 3]}}\nconnections: [[X, ==>, Y]]",
             "w.yml:2:19: X and Y are mated: pins of the same name are taken as connected, not X.1, Y.3\n"},
+        WarnedWireViz{
+            "MatedWithPins",
+            "connectors: {X: {pincount: 2}, Y: {pincount: 2}}\nconnections: [[X: [1, 2], ==>, Y: [2, 1]]]",
+            "w.yml:2:27: X and Y are mated: pins of the same name are taken as connected; the pins written "
+            "beside the arrow are not used for that\n"},
+        WireSets("WireTypedTwice", "[X: [1, 2], W: [1, 1], Y: [1, 2]], [X: 3, W: 1, Y: 3]",
+                 "w.yml:3:41: wire 1 of W has more than two ends: all its pins are connected\n"),
+        WireSets("WireOfThreeSets", "[X: 1, W: 2, Y: 1], [W: 2, L: 1]",
+                 "w.yml:3:49: wire 2 of W has more than two ends: all its pins are connected\n"),
+        WireSets("WireAtALoop", "[L: [1, 2], W: [1, 1], X: [1, 1]], [W: 1, L: 3]", ""),
+        WireSets("EndsOfAWireInThreeSets", "[X: 1, W: 1], [W: 1, Y: 1], [X: 1, W: 1, Y: 1]", ""),
+        WireSets("WiresOfATemplate",
+                 "[X: [1, 2], W.: [1, 2], Y: [1, 2]], [X: 3, W.V: 1, Y: 3], [X: 1, W.U: 1, Y: 3]", ""),
+        WireSets("ShieldWithThreeEnds", "[X: [1, 2], W: [s, s], Y: [1, 2]]", ""),
         WarnedWireViz{
             "NameAloneOfAConnector",
             "connectors: {X: {pincount: 2}}\ncables: {W: {wirecount: 2}}\nconnections: [[X, W: [1-2]]]",
@@ -243,6 +327,20 @@ INSTANTIATE_TEST_SUITE_P(
         WarnedWireViz{"SameKeyTwice",
                       "connectors:\n  X: {pincount: 1}\n  X: {pincount: 2}\nconnections: [[X]]",
                       "w.yml:2:3: X is given once more further down: only the last one counts\n"},
+        WarnedWireViz{"KeysThatDifferInBlanks",
+                      "connectors:\n  \"X \": {pincount: 1}\n  X: {pincount: 2}\nconnections: [[X: 2]]",
+                      "w.yml:2:3: X is given once more further down: only the last one counts\n"},
+        WarnedWireViz{
+            "ThreeKeysThatDifferInBlanks",
+            "cables:\n  W: {wirecount: 1}\n  ' W': {wirecount: 2}\n  W: {wirecount: 3}\nconnectors: "
+            "{X: {pincount: 1}}\nconnections: [[X, W: 3]]",
+            "w.yml:2:3: W is given once more further down: only the last one counts\n"
+            "w.yml:3:3: W is given once more further down: only the last one counts\n"},
+        WarnedWireViz{
+            "UnitsOfACable",
+            "connectors: {X: {pincount: 1}}\ncables: {W: {wirecount: 1, gauge_unit: mm2, length_unit: "
+            "m}}\nconnections: [[X, W]]",
+            ""},
         WarnedWireViz{"UnknownAttribute",
                       "connectors: {X: {pincount: 1, pinlables: [A]}}\nconnections: [[X]]",
                       "w.yml:1:31: attribute pinlables of X is not known and has no effect\n"},
