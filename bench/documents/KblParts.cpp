@@ -160,6 +160,7 @@ std::vector<KblCavity> KblParts::CavitiesIn(std::string_view part, pugi::xml_nod
   const auto [known, isNew] = ownCavities_.try_emplace(part);
   if (isNew) {
     Collect({parts_.at(part).node, false}, known->second);
+    // A box of a thousand sockets shall not cost each of its occurrences their copies.
     std::erase_if(known->second, [](const KblCavity& cavity) { return cavity.socket; });
   }
   std::vector<KblCavity> cavities = known->second;

@@ -204,6 +204,15 @@ TEST(KblReaderTest, SocketsNeedNotBeListed) {
   EXPECT_THAT(WarningLines(ReadKblText(kbl.Text())), Not(HasSubstr("do not list")));
 }
 
+TEST(KblReaderTest, ListedSocketsDoNotMakeUpForCavities) {
+  KblText kbl = FuseBox();
+  kbl.InHarness(
+      "<Component_box_occurrence><Id>G</Id><Part>B</Part><Component_box_connectors><Slots><Cavities>"
+      "<Part>k1</Part></Cavities></Slots></Component_box_connectors><Component_slots><Component_cavities>"
+      "<Part>s1</Part></Component_cavities></Component_slots></Component_box_occurrence>");
+  EXPECT_THAT(WarningLines(ReadKblText(kbl.Text())), HasSubstr("do not list, not taken as pins: 2, "));
+}
+
 TEST(KblReaderTest, ASocketIsAPinWhereAContactPointIsInIt) {
   const std::string point =
       "<Contact_points id='p'><Contacted_cavity>f.s2</Contacted_cavity></Contact_points>";
