@@ -6,10 +6,6 @@
 
 namespace kxbench::documents {
 
-void WiringBuilder::AddConnector(const std::string& connector) {
-  connectors_.try_emplace(connector, connectors_.size());
-}
-
 std::size_t WiringBuilder::AddPin(const Pin& pin, const Place& place) {
   const auto [entry, isNew] = numbers_.try_emplace(pin, pins_.size());
   if (isNew) {
@@ -18,6 +14,10 @@ std::size_t WiringBuilder::AddPin(const Pin& pin, const Place& place) {
     parents_.push_back(entry->second);
   }
   return entry->second;
+}
+
+void WiringBuilder::AddConnector(const std::string& connector) {
+  connectors_.try_emplace(connector, connectors_.size());
 }
 
 void WiringBuilder::Connect(std::size_t a, std::size_t b, bool wire) {
