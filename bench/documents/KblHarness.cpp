@@ -10,33 +10,23 @@ namespace kxbench::documents {
 
 namespace {
 
+// What a few references of a small file may ask for must not fill the memory.
+constexpr std::size_t MostPinsOfHousings = 30'000;
+
 bool IsOccurrence(std::string_view name) {
   return name == "Connector_occurrence" || name == "Component_box_occurrence";
 }
 
 bool IsSplice(const XmlSource& source, pugi::xml_node occurrence) {
   constexpr std::string_view Splice = "splice";
-  const std::string usage = source.ChildText(occurrence, "Usage");
+  const std::string usage = KblValue(source, occurrence, "Usage");
   return std::equal(usage.begin(), usage.end(), Splice.begin(), Splice.end(),
                     [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; });
 }
 
-/// The ids of the cavities that an occurrence's contact points are in.
-std::set<std::string_view> ContactedIn(pugi::xml_node occurrence) {
-  std::set<std::string_view> contacted;
-  for (const pugi::xml_node point : occurrence.children()) {
-    if (XmlName(point) != "Contact_points") continue;
-    for (const pugi::xml_node child : point.children()) {
-      if (XmlName(child) != "Contacted_cavity") continue;
-      for (const std::string_view id : KblIdsIn(XmlRawText(child))) contacted.insert(id);
-    }
-  }
-  return contacted;
-}
-
 template <typename Value>
 void AddKblId(const XmlSource& source, KblIds<Value>& ids, pugi::xml_node node, Value value) {
-  const std::string_view id = XmlAttribute(node, "id");
+  const std::string_view id = source.IdOf(node);
   if (id.empty() || ids.emplace(id, value).second) return;
   throw DocumentError(source.PlaceOf(node), "id " + ShownText(id) + " is there twice");
 }
@@ -45,17 +35,17 @@ void AddKblId(const XmlSource& source, KblIds<Value>& ids, pugi::xml_node node, 
 
 void KblHarness::Add(pugi::xml_node harness) {
   for (const pugi::xml_node child : harness.children()) {
-    if (IsOccurrence(XmlName(child))) ++uses_[source_.ChildText(child, "Id")];
+    if (IsOccurrence(XmlName(child))) ++uses_[KblValue(source_, child, "Id")];
   }
-  std::vector<std::pair<std::string, pugi::xml_node>> connectors;
+  std::vector<Connector> connectors;
   for (const pugi::xml_node child : harness.children()) {
-    if (IsOccurrence(XmlName(child))) connectors.emplace_back(AddOccurrence(child), child);
+    if (IsOccurrence(XmlName(child))) connectors.push_back(AddOccurrence(child));
     if (XmlName(child) == "General_wire_occurrence") AddWire(child);
     NoteIgnored(child);
   }
-  for (const auto& [name, occurrence] : connectors) {
-    for (const pugi::xml_node child : occurrence.children()) {
-      if (XmlName(child) == "Contact_points") AddContactPoint(name, child);
+  for (const Connector& connector : connectors) {
+    for (const pugi::xml_node child : connector.occurrence.children()) {
+      if (XmlName(child) == "Contact_points") AddContactPoint(connector, child);
     }
   }
   for (const pugi::xml_node child : harness.children()) {
@@ -73,9 +63,10 @@ void KblHarness::NoteIgnored(pugi::xml_node element) {
   }
 }
 
-void KblHarness::Ignore(pugi::xml_node element, const std::string& what) {
+void KblHarness::Ignore(pugi::xml_node element, const std::string& what, std::size_t count) {
   Ignored& ignored = ignored_[what];
-  if (ignored.count++ == 0) ignored.first = element;
+  if (ignored.count == 0) ignored.first = element;
+  ignored.count += count;
 }
 
 void KblHarness::Finish() {
@@ -85,27 +76,48 @@ void KblHarness::Finish() {
   }
 }
 
-std::string KblHarness::AddOccurrence(pugi::xml_node occurrence) {
+KblHarness::Connector KblHarness::AddOccurrence(pugi::xml_node occurrence) {
   const bool splice = IsSplice(source_, occurrence);
   std::string name = NameOf(occurrence, splice);
   if (splice) builder_.MakeSplice(name);
+  builder_.AddConnector(name);
+  const std::string_view part = source_.ReferenceIn(XmlChild(occurrence, "Part"));
   std::vector<KblCavity> cavities = parts_.CavitiesOf(occurrence);
-  // A socket of a box takes a fuse or a relay: no contact of the harness, unless a wire ends there.
-  const std::set<std::string_view> contacted = ContactedIn(occurrence);
+  if (!splice) AddUnlisted(occurrence, part, cavities);
+  // A socket of a box takes a fuse or a relay: no contact of the harness, unless a contact point is in it.
+  const std::set<std::string_view> contacted = KblContactedIn(source_, occurrence);
   std::erase_if(cavities, [&](const KblCavity& cavity) {
-    return cavity.socket && !contacted.contains(XmlAttribute(cavity.node, "id"));
+    return cavity.socket && !contacted.contains(source_.IdOf(cavity.node));
   });
-  AddCavities(name, cavities, parts_.InsideOf(XmlRawText(XmlChild(occurrence, "Part"))));
-  return name;
+  AddCavities(name, cavities, parts_.InsideOf(part));
+  return {std::move(name), occurrence, splice};
+}
+
+void KblHarness::AddUnlisted(pugi::xml_node occurrence, std::string_view part,
+                             std::vector<KblCavity>& cavities) {
+  const std::size_t unlisted = parts_.UnlistedOf(part, cavities);
+  if (unlisted == 0) return;
+  // One that lists no slots at all leaves out what has no wire. Where it has contact points, they may be the
+  // very same pins.
+  if (KblParts::HasSlots(occurrence) || XmlChild(occurrence, "Contact_points")) {
+    Ignore(occurrence, "cavities of housings that their connectors do not list, not taken as pins", unlisted);
+    return;
+  }
+  pinsOfHousings_ += unlisted;
+  if (pinsOfHousings_ > MostPinsOfHousings) {
+    throw DocumentError(source_.PlaceOf(occurrence),
+                        "the document is too large: more than 30,000 pins of connectors that list none");
+  }
+  cavities = parts_.CavitiesIn(part, occurrence);
 }
 
 std::string KblHarness::NameOf(pugi::xml_node occurrence, bool splice) {
-  std::string name = source_.ChildText(occurrence, "Id");
+  std::string name = KblValue(source_, occurrence, "Id");
   if (!name.empty() && !IsName(name)) {
     throw DocumentError(source_.PlaceOf(occurrence), "an Id must be a text of one line");
   }
   // A splice's name is seen by nobody, but it must not swallow a connector of the same name.
-  const std::string id(XmlAttribute(occurrence, "id"));
+  const std::string id(source_.IdOf(occurrence));
   if (splice && (name.empty() || uses_[name] > 1)) name += " (" + id + ')';
   if (name.empty()) throw DocumentError(source_.PlaceOf(occurrence), "a connector without an Id");
   if (!named_.insert(name).second) {
@@ -117,8 +129,12 @@ std::string KblHarness::NameOf(pugi::xml_node occurrence, bool splice) {
 void KblHarness::AddCavities(const std::string& connector, const std::vector<KblCavity>& cavities,
                              const KblIds<std::size_t>& inside) {
   std::set<std::string> numbers;
-  for (const KblCavity& cavity : cavities) numbers.insert(cavity.number);
-  const bool bySlot = numbers.size() < cavities.size();
+  std::set<std::string> slots;
+  for (const KblCavity& cavity : cavities) {
+    numbers.insert(cavity.number);
+    slots.insert(cavity.slot);
+  }
+  const bool bySlot = numbers.size() < cavities.size() && slots.size() > 1;
   std::set<std::string> own;
   std::map<std::size_t, std::size_t> insidePins;
   for (const KblCavity& cavity : cavities) {
@@ -129,7 +145,7 @@ void KblHarness::AddCavities(const std::string& connector, const std::vector<Kbl
     }
     pins_.insert(pin);
     const std::size_t number = builder_.AddPin(pin, source_.PlaceOf(cavity.node));
-    AddKblId(source_, cavities_, cavity.node, number);
+    if (cavity.listed) AddKblId(source_, cavities_, cavity.node, number);
     if (const auto group = inside.find(cavity.part); group != inside.end()) {
       builder_.Connect(insidePins.emplace(group->second, number).first->second, number, false);
     }
@@ -142,11 +158,11 @@ void KblHarness::AddCavities(const std::string& connector, const std::vector<Kbl
   }
 }
 
-void KblHarness::AddContactPoint(const std::string& connector, pugi::xml_node point) {
+void KblHarness::AddContactPoint(const Connector& connector, pugi::xml_node point) {
   std::optional<std::size_t> first;
   for (const pugi::xml_node child : point.children()) {
     if (XmlName(child) != "Contacted_cavity") continue;
-    for (const std::string_view id : KblIdsIn(XmlRawText(child))) {
+    for (const std::string_view id : KblIdsIn(source_.ReferenceIn(child))) {
       const auto cavity = cavities_.find(id);
       if (cavity == cavities_.end()) {
         throw DocumentError(source_.PlaceOf(child), "no connector has a cavity with the id " + ShownText(id));
@@ -160,13 +176,20 @@ void KblHarness::AddContactPoint(const std::string& connector, pugi::xml_node po
   AddKblId(source_, points_, point, *first);
 }
 
-std::size_t KblHarness::PinOfPointWithoutCavity(const std::string& connector, pugi::xml_node point) {
-  std::string number = source_.ChildText(point, "Id");
-  if (number.empty() || pins_.contains({connector, number})) number = XmlAttribute(point, "id");
-  const Pin pin{connector, number};
-  if (!IsName(number) || !pins_.insert(pin).second) {
+std::size_t KblHarness::PinOfPointWithoutCavity(const Connector& connector, pugi::xml_node point) {
+  Pin pin{connector.name, KblValue(source_, point, "Id")};
+  if (pin.pin.empty() || pins_.contains(pin)) {
+    pin.pin = source_.IdOf(point);
+    // The pins of splices are seen by nobody.
+    if (!connector.splice) {
+      Ignore(
+          point,
+          "contact points without a cavity and without an Id of their own, called by their id in the file");
+    }
+  }
+  if (!IsName(pin.pin) || !pins_.insert(pin).second) {
     throw DocumentError(source_.PlaceOf(point),
-                        "a contact point of " + connector + " without a cavity needs an Id of its own");
+                        "a contact point of " + connector.name + " without a cavity needs an Id of its own");
   }
   return builder_.AddPin(pin, source_.PlaceOf(point));
 }
@@ -180,7 +203,7 @@ void KblHarness::AddWire(pugi::xml_node occurrence) {
 
 void KblHarness::AddConnection(pugi::xml_node connection) {
   CheckWire(connection);
-  const std::string signal = source_.ChildText(connection, "Signal_name");
+  const std::string signal = KblValue(source_, connection, "Signal_name");
   std::optional<std::size_t> first;
   std::size_t ends = 0;
   for (const pugi::xml_node child : connection.children()) {
@@ -198,7 +221,7 @@ void KblHarness::AddConnection(pugi::xml_node connection) {
 }
 
 std::size_t KblHarness::PinOfExtremity(pugi::xml_node extremity) const {
-  const std::string_view id = XmlRawText(XmlChild(extremity, "Contact_point"));
+  const std::string_view id = source_.ReferenceIn(XmlChild(extremity, "Contact_point"));
   if (id.empty()) throw DocumentError(source_.PlaceOf(extremity), "an extremity without its Contact_point");
   const auto point = points_.find(id);
   if (point == points_.end()) {
@@ -209,7 +232,7 @@ std::size_t KblHarness::PinOfExtremity(pugi::xml_node extremity) const {
 }
 
 void KblHarness::CheckWire(pugi::xml_node connection) {
-  const std::string_view id = XmlRawText(XmlChild(connection, "Wire"));
+  const std::string_view id = source_.ReferenceIn(XmlChild(connection, "Wire"));
   const auto wire = wires_.find(id);
   if (wire == wires_.end()) {
     Ignore(connection, "connections without a wire that the harness has");

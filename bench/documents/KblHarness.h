@@ -28,14 +28,21 @@ class KblHarness {
   void Finish();
 
  private:
-  void Ignore(pugi::xml_node element, const std::string& what);
+  struct Connector {
+    std::string name;
+    pugi::xml_node occurrence;
+    bool splice;
+  };
+
+  void Ignore(pugi::xml_node element, const std::string& what, std::size_t count = 1);
   void NoteIgnored(pugi::xml_node element);
-  std::string AddOccurrence(pugi::xml_node occurrence);
+  Connector AddOccurrence(pugi::xml_node occurrence);
+  void AddUnlisted(pugi::xml_node occurrence, std::string_view part, std::vector<KblCavity>& cavities);
   std::string NameOf(pugi::xml_node occurrence, bool splice);
   void AddCavities(const std::string& connector, const std::vector<KblCavity>& cavities,
                    const KblIds<std::size_t>& inside);
-  void AddContactPoint(const std::string& connector, pugi::xml_node point);
-  std::size_t PinOfPointWithoutCavity(const std::string& connector, pugi::xml_node point);
+  void AddContactPoint(const Connector& connector, pugi::xml_node point);
+  std::size_t PinOfPointWithoutCavity(const Connector& connector, pugi::xml_node point);
   void AddWire(pugi::xml_node occurrence);
   void AddConnection(pugi::xml_node connection);
   std::size_t PinOfExtremity(pugi::xml_node extremity) const;
@@ -52,6 +59,7 @@ class KblHarness {
   std::map<std::string, std::size_t> uses_;  // of a name, by occurrences
   std::set<std::string> named_;
   std::set<Pin> pins_;
+  std::size_t pinsOfHousings_ = 0;
   KblIds<std::size_t> cavities_;  // the builder's pins
   KblIds<std::size_t> points_;
   KblIds<bool> wires_;  // whether a connection has used it

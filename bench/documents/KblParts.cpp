@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <unordered_set>
 #include <utility>
 
 #include "bench/documents/NameText.h"
@@ -45,8 +46,36 @@ std::vector<std::string_view> KblIdsIn(std::string_view references) {
   }
 }
 
+std::set<std::string_view> KblContactedIn(const XmlSource& source, pugi::xml_node occurrence) {
+  std::set<std::string_view> contacted;
+  for (const pugi::xml_node point : occurrence.children()) {
+    if (XmlName(point) != "Contact_points") continue;
+    for (const pugi::xml_node child : point.children()) {
+      if (XmlName(child) != "Contacted_cavity") continue;
+      for (const std::string_view id : KblIdsIn(source.ReferenceIn(child))) contacted.insert(id);
+    }
+  }
+  return contacted;
+}
+
+std::string KblValue(const XmlSource& source, pugi::xml_node element, std::string_view name) {
+  std::string text = source.ChildText(element, name);
+  if (text == "/NULL") text.clear();
+  return text;
+}
+
+void KblParts::AddHousing(pugi::xml_node housing) { AddPart(housing); }
+
+std::string_view KblParts::AddPart(pugi::xml_node node) {
+  const std::string_view id = source_.IdOf(node);
+  Part part{node};
+  AddBelow(node, id, part, 0);
+  parts_.emplace(id, part);
+  return id;
+}
+
 void KblParts::AddBox(pugi::xml_node box) {
-  AddBelow(box, 0);
+  const std::string_view boxId = AddPart(box);
   KblIds<std::size_t> members;
   std::vector<std::size_t> parents;
   for (const pugi::xml_node child : box.children()) {
@@ -61,15 +90,15 @@ void KblParts::AddBox(pugi::xml_node box) {
     }
   }
   for (auto& [id, group] : members) group = GroupOf(parents, group);
-  insides_.emplace(XmlAttribute(box, "id"), std::move(members));
+  insides_.emplace(boxId, std::move(members));
 }
 
 std::vector<std::string_view> KblParts::ConnectedInside(pugi::xml_node connection) const {
   std::vector<std::string_view> ids;
   for (const pugi::xml_node child : connection.children()) {
     if (!IsCavityElement(XmlName(child))) continue;
-    for (const std::string_view id : KblIdsIn(XmlRawText(child))) {
-      if (!cavityNumbers_.contains(id)) {
+    for (const std::string_view id : KblIdsIn(source_.ReferenceIn(child))) {
+      if (!cavities_.contains(id)) {
         throw DocumentError(source_.PlaceOf(child), "no housing has a cavity with the id " + ShownText(id));
       }
       ids.push_back(id);
@@ -84,67 +113,105 @@ const KblIds<std::size_t>& KblParts::InsideOf(std::string_view box) const {
   return inside == insides_.end() ? nothing : inside->second;
 }
 
-void KblParts::AddBelow(pugi::xml_node element, int depth) {
+void KblParts::AddBelow(pugi::xml_node element, std::string_view id, Part& part, int depth) {
   if (depth > DeepestSlot) return;
   for (const pugi::xml_node child : element.children()) {
-    const std::string_view id = XmlAttribute(child, "id");
+    const bool slot = IsSlotElement(XmlName(child));
+    if (!slot && !IsCavityElement(XmlName(child))) continue;
+    const std::string_view own = source_.IdOf(child);
     bool isNew = true;
-    if (IsSlotElement(XmlName(child))) {
-      if (!id.empty()) isNew = slotNames_.emplace(id, source_.ChildText(child, "Id")).second;
-      AddBelow(child, depth + 1);
-    } else if (IsCavityElement(XmlName(child))) {
-      if (!id.empty()) isNew = cavityNumbers_.emplace(id, source_.ChildText(child, "Cavity_number")).second;
+    if (slot) {
+      if (!own.empty()) isNew = slotNames_.emplace(own, KblValue(source_, child, "Id")).second;
+      AddBelow(child, id, part, depth + 1);
+    } else {
+      if (!IsSocketElement(XmlName(child))) ++part.cavities;
+      if (!own.empty()) {
+        isNew = cavities_.emplace(own, PartCavity{KblValue(source_, child, "Cavity_number"), id}).second;
+      }
     }
-    if (!isNew) throw DocumentError(source_.PlaceOf(child), "id " + ShownText(id) + " is there twice");
+    if (!isNew) throw DocumentError(source_.PlaceOf(child), "id " + ShownText(own) + " is there twice");
   }
 }
 
 std::vector<KblCavity> KblParts::CavitiesOf(pugi::xml_node occurrence) const {
   std::vector<KblCavity> cavities;
-  Collect(occurrence, {}, 0, cavities);
+  Collect({occurrence, true}, cavities);
   return cavities;
 }
 
-void KblParts::Collect(pugi::xml_node element, const std::string& slot, int depth,
-                       std::vector<KblCavity>& cavities) const {
-  if (depth > DeepestSlot) return;
-  const auto siblings = element.children();
+bool KblParts::HasSlots(pugi::xml_node occurrence) {
+  const auto children = occurrence.children();
+  return std::any_of(children.begin(), children.end(), [](pugi::xml_node child) {
+    return IsSlotElement(XmlName(child)) || IsCavityElement(XmlName(child));
+  });
+}
+
+std::size_t KblParts::UnlistedOf(std::string_view part, const std::vector<KblCavity>& listed) const {
+  const auto known = parts_.find(part);
+  if (part.empty() || known == parts_.end()) return 0;
+  std::unordered_set<std::string_view> ids;
+  for (const KblCavity& cavity : listed) {
+    if (!cavity.socket && cavities_.at(cavity.part).part == part) ids.insert(cavity.part);
+  }
+  return known->second.cavities - std::min(known->second.cavities, ids.size());
+}
+
+std::vector<KblCavity> KblParts::CavitiesIn(std::string_view part, pugi::xml_node occurrence) const {
+  const auto [known, isNew] = ownCavities_.try_emplace(part);
+  if (isNew) {
+    Collect({parts_.at(part).node, false}, known->second);
+    // A box of a thousand sockets shall not cost each of its occurrences their copies.
+    std::erase_if(known->second, [](const KblCavity& cavity) { return cavity.socket; });
+  }
+  std::vector<KblCavity> cavities = known->second;
+  for (KblCavity& cavity : cavities) cavity.node = occurrence;
+  return cavities;
+}
+
+void KblParts::Collect(const Level& level, std::vector<KblCavity>& cavities) const {
+  if (level.depth > DeepestSlot) return;
+  const auto siblings = level.element.children();
   // What a connector of a box is called says enough, where it has one slot.
-  const bool only = depth > 0 && std::count_if(siblings.begin(), siblings.end(), [](pugi::xml_node child) {
-                                   return IsSlotElement(XmlName(child));
-                                 }) == 1;
-  const bool matedSlot = static_cast<bool>(XmlChild(element, "Mated_slots"));
+  const bool only = level.depth > 0 &&
+                    std::count_if(siblings.begin(), siblings.end(),
+                                  [](pugi::xml_node child) { return IsSlotElement(XmlName(child)); }) == 1;
+  const bool matedSlot = static_cast<bool>(XmlChild(level.element, "Mated_slots"));
   std::size_t slots = 0;
   for (const pugi::xml_node child : siblings) {
     if (IsSlotElement(XmlName(child))) {
       ++slots;
-      const auto known = slotNames_.find(XmlRawText(XmlChild(child, "Part")));
+      const auto known = slotNames_.find(PartOf(child, level.listed));
       const bool named = known != slotNames_.end() && IsName(known->second);
       const std::string name = named ? known->second : std::to_string(slots);
-      std::string path = slot.empty() ? slot : slot + '_';
+      std::string path = level.slot.empty() ? level.slot : level.slot + '_';
       path += name;
-      Collect(child, only ? slot : path, depth + 1, cavities);
+      Collect({child, level.listed, only ? level.slot : path, level.depth + 1}, cavities);
     } else if (IsCavityElement(XmlName(child))) {
-      KblCavity cavity = CavityOf(child, slot);
+      KblCavity cavity = CavityOf(child, level);
       cavity.mated = matedSlot || XmlChild(child, "Mated_cavities");
       cavities.push_back(std::move(cavity));
     }
   }
 }
 
-KblCavity KblParts::CavityOf(pugi::xml_node cavity, const std::string& slot) const {
-  const std::string_view part = XmlRawText(XmlChild(cavity, "Part"));
-  const auto number = cavityNumbers_.find(part);
-  if (number == cavityNumbers_.end()) {
+std::string_view KblParts::PartOf(pugi::xml_node element, bool listed) const {
+  return listed ? source_.ReferenceIn(XmlChild(element, "Part")) : source_.IdOf(element);
+}
+
+KblCavity KblParts::CavityOf(pugi::xml_node cavity, const Level& level) const {
+  const std::string_view part = PartOf(cavity, level.listed);
+  const auto known = cavities_.find(part);
+  if (level.listed && known == cavities_.end()) {
     throw DocumentError(source_.PlaceOf(cavity),
                         part.empty() ? std::string("a cavity without its Part")
                                      : "no housing has a cavity with the id " + ShownText(part));
   }
-  if (!IsName(number->second)) {
+  const std::string number = level.listed ? known->second.number : KblValue(source_, cavity, "Cavity_number");
+  if (!IsName(number)) {
     throw DocumentError(source_.PlaceOf(cavity),
                         "cavity " + ShownText(part) + " needs a Cavity_number of one line");
   }
-  return {slot, number->second, part, cavity, IsSocketElement(XmlName(cavity)), false};
+  return {level.slot, number, part, cavity, IsSocketElement(XmlName(cavity)), false, level.listed};
 }
 
 }  // namespace kxbench::documents

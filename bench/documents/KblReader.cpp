@@ -26,15 +26,17 @@ WiringDocument ReadKbl(const std::string& fileName, std::string text) {
 
   WiringBuilder builder;
   KblHarness harness(source, parts, builder);
-  bool found = false;
+  pugi::xml_node first;
   for (const pugi::xml_node child : root.children()) {
     if (XmlName(child) != "Harness") continue;
     harness.Add(child);
-    found = true;
+    if (!first) first = child;
   }
-  if (!found) throw DocumentError(source.PlaceOf(root), "there is no Harness in the document");
+  if (!first) throw DocumentError(source.PlaceOf(root), "there is no Harness in the document");
   harness.Finish();
-  return builder.Take();
+  WiringDocument document = builder.Take();
+  if (document.pins.empty()) throw DocumentError(source.PlaceOf(first), "the document has no pins");
+  return document;
 }
 
 }  // namespace kxbench::documents

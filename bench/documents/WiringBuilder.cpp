@@ -25,11 +25,15 @@ std::string FirstPlace(const Place& first, const Place& second) {
 std::size_t WiringBuilder::AddPin(const Pin& pin, const Place& place) {
   const auto [entry, isNew] = numbers_.try_emplace(pin, pins_.size());
   if (isNew) {
-    connectors_.try_emplace(pin.connector, connectors_.size());
+    AddConnector(pin.connector);
     pins_.push_back({pin, place});
     parents_.push_back(entry->second);
   }
   return entry->second;
+}
+
+void WiringBuilder::AddConnector(const std::string& connector) {
+  connectors_.try_emplace(connector, connectors_.size());
 }
 
 void WiringBuilder::Connect(std::size_t a, std::size_t b, bool wire) {
@@ -91,10 +95,11 @@ WiringDocument WiringBuilder::Take() {
       document.nets.push_back({name == nameOfRoot.end() ? std::string() : name->second, {}});
     }
     document.nets[net->second].pins.push_back(pins_[pin].pin);
+    const std::string& connector = pins_[pin].pin.connector;
+    if (document.pins.empty() || document.pins.back().pin.connector != connector) ++document.connectors;
     document.pins.push_back(pins_[pin]);
   }
   document.splices = spliceRoots.size();
-  document.connectors = connectors_.size() - spliceRoots.size();
   document.wires = wires_;
   document.warnings = std::move(warnings_);
   *this = WiringBuilder();

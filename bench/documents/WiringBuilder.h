@@ -15,6 +15,9 @@ namespace kxbench::documents {
 /// to what is added, but for logarithms.
 class WiringBuilder {
  public:
+  /// Puts a connector before those that are mentioned later. It counts only if it gets pins.
+  void AddConnector(const std::string& connector);
+
   /// A number for the pin, the same whenever it is mentioned again.
   std::size_t AddPin(const Pin& pin, const Place& place);
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "bench/documents/NameText.h"
-#include "text/TextEncoding.h"
+#include "bench/documents/XmlText.h"
 #include "text/Trim.h"
 #include "text/Utf8.h"
 
@@ -14,9 +14,21 @@ namespace kxbench::documents {
 
 namespace {
 
-std::string AsUtf8(std::string text) {
-  if (text.starts_with(shorttest::Utf8ByteOrderMark)) text.erase(0, shorttest::Utf8ByteOrderMark.size());
-  return shorttest::IsUtf8(text) ? std::move(text) : shorttest::FileTextToUtf8(text);
+/// Whether blanks stand alone somewhere between two comments, CDATA sections or the like: the parser leaves
+/// them out unless it keeps all blanks between elements, which costs as much again as the rest.
+bool HasLoneBlanks(std::string_view text) {
+  const auto isMarkup = [text](std::size_t at) {
+    return at + 1 < text.size() && (text[at + 1] == '!' || text[at + 1] == '?');
+  };
+  std::size_t at = text.find('<');
+  while (at != std::string_view::npos && isMarkup(at)) at = text.find('<', at + 1);  // what precedes the root
+  for (; at != std::string_view::npos; at = text.find('<', at + 1)) {
+    if (at == 0 || !isMarkup(at)) continue;
+    const std::size_t last = text.find_last_not_of(" \t\r\n", at - 1);
+    if (last == std::string_view::npos || last == 0 || last + 1 == at || text[last] != '>') continue;
+    if (std::string_view("-?]").find(text[last - 1]) != std::string_view::npos) return true;
+  }
+  return false;
 }
 
 /// The character that "#10" or "#xA" stands for; 0 for none.
@@ -44,13 +56,15 @@ char32_t CharacterOf(std::string_view entity) {
 }  // namespace
 
 XmlSource::XmlSource(const std::string& fileName, std::string text)
-    : fileName_(fileName), text_(AsUtf8(std::move(text))), places_(text_) {
+    : fileName_(fileName), text_(XmlToUtf8(fileName, std::move(text))), places_(text_) {
   if (const std::size_t at = FindControlCharacter(text_); at != std::string::npos) {
     throw DocumentError(PlaceAt(at), "a control character: this is no text");
   }
   // The texts are taken as they stand: what the parser would shift about in them, places would lose.
-  const pugi::xml_parse_result result = document_.load_buffer_inplace(
-      text_.data(), text_.size(), pugi::parse_cdata | pugi::parse_doctype, pugi::encoding_utf8);
+  const unsigned options =
+      pugi::parse_cdata | pugi::parse_doctype | (HasLoneBlanks(text_) ? pugi::parse_ws_pcdata : 0U);
+  const pugi::xml_parse_result result =
+      document_.load_buffer_inplace(text_.data(), text_.size(), options, pugi::encoding_utf8);
   if (!result) {
     throw DocumentError(PlaceAt(static_cast<std::size_t>(result.offset)),
                         std::string("this is no XML: ") + result.description());
@@ -98,6 +112,23 @@ std::string XmlSource::ChildText(pugi::xml_node element, std::string_view name) 
   return TextOf(XmlChild(element, name));
 }
 
+std::string_view XmlSource::ReferenceIn(pugi::xml_node element) const {
+  const pugi::xml_node first = element.first_child();
+  if (!first) return {};
+  const std::string_view raw = first.value();
+  const bool whole = first.type() == pugi::node_pcdata && !first.next_sibling();
+  if (whole && raw.find('&') == std::string_view::npos) return shorttest::Trim(raw);
+  return own_.emplace_back(TextOf(element));
+}
+
+std::string_view XmlSource::IdOf(pugi::xml_node element) const {
+  const std::string_view raw = element.attribute("id").value();
+  if (raw.find('&') == std::string_view::npos) return shorttest::Trim(raw);
+  std::string id;
+  AppendWithEntities(element, raw, id);
+  return shorttest::Trim(own_.emplace_back(std::move(id)));
+}
+
 void XmlSource::AppendWithEntities(pugi::xml_node element, std::string_view raw, std::string& text) const {
   for (std::size_t at = raw.find('&'); at != std::string_view::npos; at = raw.find('&')) {
     text += raw.substr(0, at);
@@ -126,11 +157,5 @@ pugi::xml_node XmlChild(pugi::xml_node element, std::string_view name) {
   }
   return {};
 }
-
-std::string_view XmlAttribute(pugi::xml_node element, const char* name) {
-  return shorttest::Trim(element.attribute(name).value());
-}
-
-std::string_view XmlRawText(pugi::xml_node element) { return shorttest::Trim(element.child_value()); }
 
 }  // namespace kxbench::documents

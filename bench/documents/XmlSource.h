@@ -1,10 +1,9 @@
 #pragma once
 
-#include <memory>
+#include <deque>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "bench/documents/TextPlaces.h"
 #include "bench/documents/WiringDocument.h"
@@ -15,8 +14,8 @@ namespace kxbench::documents {
 /// of their namespace.
 class XmlSource {
  public:
-  /// Throws DocumentError for what is no XML, and for a document type that is more than a name: nothing is
-  /// fetched, and no entity of a file's own is expanded.
+  /// Throws DocumentError for what is no XML, for encodings that are not read (see XmlToUtf8), and for a
+  /// document type that is more than a name: nothing is fetched, and no entity of a file's own is expanded.
   XmlSource(const std::string& fileName, std::string text);
   XmlSource(const XmlSource&) = delete;
   XmlSource& operator=(const XmlSource&) = delete;
@@ -31,6 +30,14 @@ class XmlSource {
   /// XML does not define.
   std::string TextOf(pugi::xml_node element) const;
 
+  /// What TextOf gives, for references: the file's own text where it stands there in one piece, else a copy.
+  /// The view lives as long as this.
+  std::string_view ReferenceIn(pugi::xml_node element) const;
+
+  /// The attribute "id", without blanks at its ends, entities replaced; empty when it is missing. The view
+  /// lives as long as this. Throws as TextOf does.
+  std::string_view IdOf(pugi::xml_node element) const;
+
   /// The text of the first child of that name; empty when there is none.
   std::string ChildText(pugi::xml_node element, std::string_view name) const;
 
@@ -44,6 +51,7 @@ class XmlSource {
   TextPlaces places_;
   pugi::xml_document document_;
   pugi::xml_node root_;
+  mutable std::deque<std::string> own_;  // texts that do not stand in the file as they are meant
 };
 
 /// An element's name without the prefix of its namespace.
@@ -51,12 +59,5 @@ std::string_view XmlName(pugi::xml_node element);
 
 /// The first child of that name, whatever its prefix.
 pugi::xml_node XmlChild(pugi::xml_node element, std::string_view name);
-
-/// The value of an attribute, without blanks at its ends; empty when it is missing.
-std::string_view XmlAttribute(pugi::xml_node element, const char* name);
-
-/// An element's text as it stands in the file, as far as it is in one piece: what ids and references need.
-/// The view lives as long as the source.
-std::string_view XmlRawText(pugi::xml_node element);
 
 }  // namespace kxbench::documents

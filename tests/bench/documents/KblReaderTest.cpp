@@ -1,7 +1,5 @@
 #include <gmock/gmock.h>
 
-#include "bench/documents/KblReader.h"
-#include "tests/bench/RowName.h"
 #include "tests/bench/documents/DocumentTexts.h"
 #include "tests/bench/documents/KblText.h"
 
@@ -9,16 +7,7 @@ namespace kxbench::documents {
 namespace {
 
 using testing::HasSubstr;
-
-WiringDocument ReadKblText(const std::string& text) { return ReadKbl("h.kbl", text); }
-
-/// Two connectors of three cavities.
-KblText TwoConnectors() {
-  return KblText()
-      .Housing("H", {"1", "2", "3"})
-      .Connector("X1", "H", {"1", "2", "3"})
-      .Connector("X2", "H", {"1", "2", "3"});
-}
+using testing::Not;
 
 TEST(KblReaderTest, WiresConnectCavities) {
   const WiringDocument document =
@@ -196,11 +185,40 @@ TEST(KblReaderTest, TwoComponentBoxesOfOnePartAreApart) {
   EXPECT_EQ(ConnectedNets(ReadKblText(kbl.Text())), "F.K_1 F.L_1");
 }
 
-TEST(KblReaderTest, ASocketIsAPinWhereAWireEndsOnIt) {
+TEST(KblReaderTest, ABoxThatListsNothingHasThePinsOfItsPartWithoutTheSockets) {
+  KblText kbl = FuseBox();
+  kbl.InHarness("<Component_box_occurrence><Id>G</Id><Part>B</Part></Component_box_occurrence>");
+  const WiringDocument document = ReadKblText(kbl.Text());
+  EXPECT_EQ(AllPins(document), "X1.1 X1.2 X1.3 X2.1 X2.2 X2.3 F.K_1 F.K_2 F.L_1 G.K_1 G.K_2 G.L_1");
+  EXPECT_EQ(ConnectedNets(document), "F.K_1 F.L_1; G.K_1 G.L_1");
+  EXPECT_THAT(WarningLines(document), Not(HasSubstr("do not list")));
+}
+
+TEST(KblReaderTest, SocketsNeedNotBeListed) {
+  KblText kbl = FuseBox();
+  kbl.InHarness(
+      "<Component_box_occurrence><Id>G</Id><Part>B</Part><Component_box_connectors><Slots><Cavities>"
+      "<Part>k1</Part></Cavities><Cavities><Part>k2</Part></Cavities></Slots></Component_box_connectors>"
+      "<Component_box_connectors><Slots><Cavities><Part>l1</Part></Cavities></Slots>"
+      "</Component_box_connectors></Component_box_occurrence>");
+  EXPECT_THAT(WarningLines(ReadKblText(kbl.Text())), Not(HasSubstr("do not list")));
+}
+
+TEST(KblReaderTest, ListedSocketsDoNotMakeUpForCavities) {
+  KblText kbl = FuseBox();
+  kbl.InHarness(
+      "<Component_box_occurrence><Id>G</Id><Part>B</Part><Component_box_connectors><Slots><Cavities>"
+      "<Part>k1</Part></Cavities></Slots></Component_box_connectors><Component_slots><Component_cavities>"
+      "<Part>s1</Part></Component_cavities></Component_slots></Component_box_occurrence>");
+  EXPECT_THAT(WarningLines(ReadKblText(kbl.Text())), HasSubstr("do not list, not taken as pins: 2, "));
+}
+
+TEST(KblReaderTest, ASocketIsAPinWhereAContactPointIsInIt) {
   const std::string point =
       "<Contact_points id='p'><Contacted_cavity>f.s2</Contacted_cavity></Contact_points>";
   const WiringDocument document = ReadKblText(FuseBox(point).Wire({"X1:1", "p"}).Text());
   EXPECT_EQ(ConnectedNets(document), "X1.1 F.K_2 F.S_2; F.K_1 F.L_1");
+  EXPECT_EQ(ConnectedNets(ReadKblText(FuseBox(point).Text())), "F.K_1 F.L_1; F.K_2 F.S_2");
 }
 
 TEST(KblReaderTest, NamesAreReadAsXmlWritesThem) {
@@ -244,188 +262,150 @@ TEST(KblReaderTest, PinsStandWhereTheirCavityIs) {
   EXPECT_EQ(PlaceText(document.pins.at(0).place), "h.kbl:3:12");
 }
 
-TEST(KblReaderTest, OtherEncodingsAreRead) {
-  std::string text = TwoConnectors().Connector("K\xC3\xBC", "H", {"1"}).Wire({"X1:1", "K\xC3\xBC:1"}).Text();
-  EXPECT_EQ(ConnectedNets(ReadKblText("\xEF\xBB\xBF" + text)), "X1.1 Kü.1");
-  for (std::size_t at = text.find("\xC3\xBC"); at != std::string::npos; at = text.find("\xC3\xBC"))
-    text.replace(at, 2, "\xFC");
-  EXPECT_EQ(ConnectedNets(ReadKblText(text)), "X1.1 Kü.1");
+/// The text with every `what` replaced.
+std::string Replaced(std::string text, const std::string& what, const std::string& by) {
+  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
+    text.replace(at, what.size(), by);
+  return text;
 }
 
-struct WarnedKbl {
-  std::string name;
-  KblText text;
-  std::string warning;
-};
-
-class WarnedKblTest : public testing::TestWithParam<WarnedKbl> {};
-
-TEST_P(WarnedKblTest, SaysWhatItTakesForGranted) {
-  EXPECT_EQ(WarningLines(ReadKblText(GetParam().text.Text())), "h.kbl:" + GetParam().warning + '\n');
-}
-
-// The harness begins in line 4, and two connectors stand in lines 5 and 6.
-INSTANTIATE_TEST_SUITE_P(
-    Harnesses, WarnedKblTest,
-    testing::Values(
-        WarnedKbl{"Modules",
-                  TwoConnectors().InHarness("<Module id='m'/><Module id='n'/><Harness_configuration/>"),
-                  "7:1: modules and configurations, whose variants are taken together: 3, the first here"},
-        WarnedKbl{"AssemblyPart", TwoConnectors().InHarness("<Assembly_part_occurrence/>"),
-                  "7:1: assembly parts, whose insides are not read: 1"},
-        WarnedKbl{"ConnectorTwice",
-                  TwoConnectors().InHarness("<Connector_occurrence><Id>X1</Id></Connector_occurrence>"),
-                  "7:1: X1 is there more than once: taken as one connector"},
-        WarnedKbl{"OneEnd", TwoConnectors().Wire({"X1:1"}), "8:1: connections with fewer than two ends: 1"},
-        WarnedKbl{"NoWire", TwoConnectors().Connection("w", {"X1:1", "X2:1"}),
-                  "7:1: connections without a wire that the harness has: 1"},
-        WarnedKbl{"WireUsedTwice", TwoConnectors().Wire({"X1:1", "X2:1"}).Connection("w1", {"X1:2", "X2:2"}),
-                  "9:1: connections by the wire of another, taken as wires of their own: 1"},
-        WarnedKbl{"MatedCavities",
-                  TwoConnectors().InHarness(
-                      "<Connector_occurrence><Id>X3</Id><Slots><Cavities><Part>H.1</Part>"
-                      "<Mated_cavities>X1/1</Mated_cavities></Cavities></Slots></Connector_occurrence>"),
-                  "7:41: cavities mated with others, not taken as connected: 1"},
-        WarnedKbl{"MatedSlots",
-                  TwoConnectors().InHarness(
-                      "<Connector_occurrence><Id>X3</Id><Slots><Mated_slots>X1/s</Mated_slots><Cavities>"
-                      "<Part>H.1</Part></Cavities></Slots></Connector_occurrence>"),
-                  "7:72: cavities mated with others, not taken as connected: 1"}),
-    RowName<WarnedKbl>);
-
-struct BadKbl {
-  std::string name;
+std::string InUtf16(const std::string& ascii, bool bigEndian) {
   std::string text;
-  std::string refusal;  // without the file's name
-};
-
-class BadKblTest : public testing::TestWithParam<BadKbl> {};
-
-TEST_P(BadKblTest, IsRefusedAtItsPlace) {
-  EXPECT_EQ(RefusalOf([&] { ReadKblText(GetParam().text); }), "h.kbl" + GetParam().refusal);
+  for (const char c : ascii) text += bigEndian ? std::string{'\0', c} : std::string{c, '\0'};
+  return text;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Documents, BadKblTest,
-    testing::Values(
-        BadKbl{"Empty", "", ":1:1: this is no XML: No document element found"},
-        BadKbl{"JustText", "hello", ":1:5: this is no XML: No document element found"},
-        BadKbl{"OtherRoot", "<?xml version='1.0'?>\n<html/>",
-               ":2:1: this is no KBL: the outermost element is html, not KBL_container"},
-        BadKbl{"NoHarness", "<KBL_container/>", ":1:1: there is no Harness in the document"},
-        BadKbl{"TwoRoots", "<KBL_container/>\n<KBL_container/>",
-               ":2:1: this is no XML: a second outermost element"},
-        BadKbl{"CutOff", "<KBL_container>\n<Harness>", ":2:9: this is no XML: Start-end tags mismatch"},
-        BadKbl{"WrongEnd", "<KBL_container>\n<Harness></Harnes>",
-               ":2:12: this is no XML: Start-end tags mismatch"},
-        BadKbl{"ControlCharacter", std::string("<KBL_container>\n\0</KBL_container>", 34),
-               ":2:1: a control character: this is no text"},
-        BadKbl{"EntityOfItsOwn", "<!DOCTYPE k [<!ENTITY a 'b'>]>\n<KBL_container/>",
-               ":1:1: the file has a document type with declarations or a link: entities are not read"},
-        BadKbl{"LinkToADocumentType", "<!DOCTYPE k SYSTEM 'file:///etc/passwd'>\n<KBL_container/>",
-               ":1:1: the file has a document type with declarations or a link: entities are not read"},
-        BadKbl{"PublicDocumentType", "<!DOCTYPE k PUBLIC\n'a' 'b'>\n<KBL_container/>",
-               ":1:1: the file has a document type with declarations or a link: entities are not read"},
-        BadKbl{"NameOfADocumentType", "<!DOCTYPE KBL_container>\n<KBL_container/>",
-               ":2:1: there is no Harness in the document"},
-        BadKbl{"UnknownEntity",
-               KblText().InHarness("<Connector_occurrence><Id>&a;</Id></Connector_occurrence>").Text(),
-               ":4:23: the entity &a is not known: only XML's own entities are read"},
-        BadKbl{"LongEntity",
-               KblText()
-                   .InHarness("<Connector_occurrence><Id>&aaaaaaaaaaaaaaaaaaaäöü\n" + std::string(99, 'b') +
-                              ";</Id></Connector_occurrence>")
-                   .Text(),
-               ":4:23: the entity &aaaaaaaaaaaaaaaaaaaäöü " + std::string(37, 'b') +
-                   "... is not known: only XML's own entities are read"},
-        BadKbl{"EntityThatIsNoCharacter",
-               KblText().InHarness("<Connector_occurrence><Id>&#xD800;</Id></Connector_occurrence>").Text(),
-               ":4:23: the entity &#xD800 is not known: only XML's own entities are read"}),
-    RowName<BadKbl>);
-
-BadKbl InHarness(const std::string& name, const std::string& text, const std::string& refusal) {
-  return {name, TwoConnectors().InHarness(text).Text(), refusal};
+TEST(KblReaderTest, OtherEncodingsAreRead) {
+  const std::string text = TwoConnectors().Connector("Kü", "H", {"1"}).Wire({"X1:1", "Kü:1"}).Text();
+  EXPECT_EQ(ConnectedNets(ReadKblText("\xEF\xBB\xBF" + text)), "X1.1 Kü.1");
+  const std::string bytes = Replaced(text, "ü", "\xFC");
+  EXPECT_EQ(ConnectedNets(ReadKblText(Replaced(bytes, " encoding=\"UTF-8\"", ""))), "X1.1 Kü.1");
+  for (const char* const name : {"ISO-8859-1", "windows-1252", "US-ASCII"})
+    EXPECT_EQ(ConnectedNets(ReadKblText(Replaced(bytes, "UTF-8", name))), "X1.1 Kü.1") << name;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Harnesses, BadKblTest,
-    testing::Values(
-        InHarness("ConnectorWithoutId", "<Connector_occurrence/>", ":7:1: a connector without an Id"),
-        InHarness("ConnectorWithAnEmptyId", "<Connector_occurrence><Id> </Id></Connector_occurrence>",
-                  ":7:1: a connector without an Id"),
-        InHarness("IdOfTwoLines", "<Connector_occurrence><Id>a\nb</Id></Connector_occurrence>",
-                  ":7:1: an Id must be a text of one line"),
-        InHarness("UnknownCavity",
-                  "<Connector_occurrence><Id>X3</Id><Slots><Cavities><Part>H.9</Part></Cavities></Slots></"
-                  "Connector_occurrence>",
-                  ":7:41: no housing has a cavity with the id H.9"),
-        BadKbl{
-            "UnknownCavityInABox",
-            TwoConnectors()
-                .InContainer("<Component_box id='B'><Connections><Cavities>H.1 H.9</Cavities></Connections>"
-                             "</Component_box>")
-                .Text(),
-            ":4:36: no housing has a cavity with the id H.9"},
-        InHarness("CavityWithoutPart",
-                  "<Connector_occurrence><Id>X3</Id><Slots><Cavities/></Slots></Connector_occurrence>",
-                  ":7:41: a cavity without its Part"),
-        InHarness("CavityTwice",
-                  "<Connector_occurrence><Id>X3</Id><Slots><Cavities><Part>H.1</Part></"
-                  "Cavities><Cavities><Part>H.1</Part>"
-                  "</Cavities></Slots></Connector_occurrence>",
-                  ":7:78: cavity 1_1 of X3 is there twice"),
-        InHarness(
-            "CavityIdTwice",
-            "<Connector_occurrence><Id>X3</Id><Slots><Cavities id='X1/1'><Part>H.1</Part></Cavities></Slots>"
-            "</Connector_occurrence>",
-            ":7:41: id X1/1 is there twice"),
-        InHarness(
-            "PointOfAnUnknownCavity",
-            "<Connector_occurrence><Id>X3</Id><Contact_points id='p'><Contacted_cavity>X9</Contacted_cavity>"
-            "</Contact_points></Connector_occurrence>",
-            ":7:57: no connector has a cavity with the id X9"),
-        InHarness("PointIdTwice",
-                  "<Connector_occurrence><Id>X3</Id><Contact_points "
-                  "id='X1:1'><Id>a</Id></Contact_points></Connector_occurrence>",
-                  ":7:34: id X1:1 is there twice"),
-        InHarness("PointWithNeitherCavityNorName",
-                  "<Connector_occurrence><Id>X3</Id><Contact_points/></Connector_occurrence>",
-                  ":7:34: a contact point of X3 without a cavity needs an Id of its own"),
-        InHarness("WireIdTwice", "<General_wire_occurrence id='w'/><General_wire_occurrence id='w'/>",
-                  ":7:34: id w is there twice"),
-        InHarness("ExtremityWithoutPoint", "<Connection><Extremities/></Connection>",
-                  ":7:13: an extremity without its Contact_point"),
-        InHarness("ExtremityOfAnUnknownPoint",
-                  "<Connection>\n<Extremities><Contact_point>X1:9</Contact_point></Extremities></Connection>",
-                  ":8:1: no connector has a contact point with the id X1:9"),
-        BadKbl{"HousingIdTwice", KblText().Housing("H", {"1"}).Housing("H", {"2"}).Text(),
-               ":4:27: id H.s is there twice"},
-        BadKbl{"CavityWithoutNumber", KblText().Housing("H", {""}).Connector("X", "H", {""}).Text(),
-               ":5:178: cavity H. needs a Cavity_number of one line"},
-        BadKbl{"CavityNumberOfTwoLines",
-               KblText().Housing("H", {"1\n2"}).Connector("X", "H", {"1\n2"}).Text(),
-               ":10:70: cavity H.1 2 needs a Cavity_number of one line"}),
-    RowName<BadKbl>);
-
-TEST(HostileKblTest, NestingCostsNoStack) {
-  std::string text = "<KBL_container><Harness>";
-  for (int i = 0; i < 300'000; ++i) text += "<Slots>";
-  EXPECT_THAT(RefusalOf([&] { ReadKblText(text); }), HasSubstr("this is no XML"));
-  for (int i = 0; i < 300'000; ++i) text += "</Slots>";
-  EXPECT_EQ(AllPins(ReadKblText(text + "</Harness></KBL_container>")), "");
-  EXPECT_EQ(RefusalOf([&] { ReadKblText("<!DOCTYPE k " + std::string(300'000, '[')); }),
-            "h.kbl:1:300012: this is no XML: Error parsing document type declaration");
+TEST(KblReaderTest, Utf16IsReadByItsMark) {
+  const std::string text =
+      Replaced(TwoConnectors().Wire({"X1:1", "X2:1"}).Text(), "encoding=\"UTF-8\"", "encoding = 'utf-16'");
+  EXPECT_EQ(ConnectedNets(ReadKblText("\xFE\xFF" + InUtf16(text, true))), "X1.1 X2.1");
+  EXPECT_EQ(ConnectedNets(ReadKblText("\xFF\xFE" + InUtf16(text, false))), "X1.1 X2.1");
+  for (const bool bigEndian : {false, true}) {
+    EXPECT_EQ(RefusalOf([&] { ReadKblText(InUtf16(text, bigEndian)); }),
+              "h.kbl:1:1: there is a NUL byte: this is no text, or UTF-16 without its mark");
+  }
 }
 
-TEST(HostileKblTest, PlacesInOneVeryLongLineAreFoundAtOnce) {
+/// X1 with the cavities 1 and 10, X2 with 1; `wired` is where the wire of X2 ends.
+std::string TenOrOne(const std::string& wired) {
+  return KblText()
+      .Housing("H", {"1", "10"})
+      .Connector("X1", "H", {"1", "10"})
+      .Connector("X2", "H", {"1", "10"})
+      .Wire({wired, "X2:1"})
+      .Text();
+}
+
+TEST(KblReaderTest, ReferencesAreReadWhole) {
+  for (const char* const reference :
+       {"X1:1<!-- was 7 -->0", "X1:1<![CDATA[0]]>", "<![CDATA[X1:1]]>0", "X1:1<?pi was='7'?>0",
+        "<!-- was 7 -->X1:10", "X1&#58;1&#x30;", " X1:1<![CDATA[]]>0\n"}) {
+    EXPECT_EQ(ConnectedNets(ReadKblText(TenOrOne(reference))), "X1.10 X2.1") << reference;
+  }
+}
+
+TEST(KblReaderTest, ReferencesOfEveryKindAreReadWhole) {
+  const std::string text = TenOrOne("X1:10");
+  for (const char* const reference :
+       {"<Contacted_cavity>X1/10", "<Part>H.10", "<Wire>w1", "<Contact_point>X1:10", "<Part>H.s"}) {
+    ASSERT_THAT(text, HasSubstr(reference));
+    std::string cut = reference;
+    cut.insert(cut.size() - 1, "<!-- -->");
+    const WiringDocument document = ReadKblText(Replaced(text, reference, cut));
+    EXPECT_EQ(ConnectedNets(document), "X1.10 X2.1") << reference;
+    EXPECT_EQ(WarningLines(document), "") << reference;
+  }
+  EXPECT_EQ(ConnectedNets(ReadKblText(
+                Replaced(FuseBox().Text(), "<Component_cavities>s1", "<Component_cavities>s<!-- -->1"))),
+            "F.K_1 F.L_1");
+}
+
+TEST(KblReaderTest, BlanksBetweenCommentsPartReferences) {
   KblText kbl;
-  std::vector<std::string> cavities;
-  for (int i = 0; i < 20'000; ++i) cavities.push_back(std::to_string(i));
-  std::string text = kbl.Housing("H", cavities).Connector("X1", "H", cavities).Text();
-  std::erase(text, '\n');
-  const WiringDocument document = ReadKblText(text);
-  const std::size_t at = text.find("<Cavities id=\"X1/19999\"");
-  EXPECT_EQ(PlaceText(document.pins.back().place), "h.kbl:1:" + std::to_string(at + 1));
+  kbl.Housing("H", {"1", "2"});
+  kbl.InHarness(
+      "<Connector_occurrence><Id>X<!-- a --> <!-- b -->1</Id><Contact_points id='a'><Contacted_cavity>c1"
+      "<!-- and -->\n<!-- also -->c2</Contacted_cavity></Contact_points><Slots><Cavities id='c1'>"
+      "<Part>H.1</Part></Cavities><Cavities id='c2'><Part>H.2</Part></Cavities></Slots>"
+      "</Connector_occurrence>");
+  EXPECT_EQ(ConnectedNets(ReadKblText(kbl.Text())), "X 1.1 X 1.2");
+}
+
+TEST(KblReaderTest, IdsAreReadAsXmlWritesThem) {
+  const std::string text = TenOrOne("X1:10");
+  for (const auto& [id, written] : std::vector<std::pair<std::string, std::string>>{
+           {"\"H.10\"", "\"&#72;.10\""}, {"\"X1/10\"", "\"X1/1&#x30;\""}, {"\"w1\"", "\"w&#49;\""}}) {
+    const WiringDocument document = ReadKblText(Replaced(text, id, written));
+    EXPECT_EQ(ConnectedNets(document), "X1.10 X2.1") << written;
+    EXPECT_EQ(WarningLines(document), "") << written;
+  }
+}
+
+TEST(KblReaderTest, ConnectorsStandInTheOrderOfTheDocument) {
+  KblText kbl;
+  kbl.Housing("H", {"1"});
+  kbl.InHarness(
+      "<Connector_occurrence><Id>R1</Id><Contact_points id='r'><Id>M6</Id></Contact_points>"
+      "</Connector_occurrence>");
+  kbl.Connector("X1", "H", {"1"});
+  kbl.InHarness(
+      "<Connector_occurrence><Id>R2</Id><Contact_points id='q'><Id>M8</Id></Contact_points>"
+      "</Connector_occurrence><Connector_occurrence><Id>E</Id></Connector_occurrence>");
+  const WiringDocument document = ReadKblText(kbl.Connector("X2", "H", {"1"}).Text());
+  EXPECT_EQ(AllPins(document), "R1.M6 X1.1 R2.M8 X2.1");
+  EXPECT_EQ(document.connectors, 4U);
+}
+
+TEST(KblReaderTest, AConnectorThatListsNothingHasThePinsOfItsHousing) {
+  KblText kbl = TwoConnectors();
+  for (const char* const name : {"X3", "X4"}) {
+    kbl.InHarness("<Connector_occurrence><Id>" + std::string(name) +
+                  "</Id><Part>H</Part></Connector_occurrence>");
+  }
+  const WiringDocument document = ReadKblText(kbl.Wire({"X1:1", "X2:1"}).Text());
+  EXPECT_EQ(AllPins(document), "X1.1 X1.2 X1.3 X2.1 X2.2 X2.3 X3.1 X3.2 X3.3 X4.1 X4.2 X4.3");
+  EXPECT_EQ(ConnectedNets(document), "X1.1 X2.1");
+  EXPECT_EQ(PlaceText(document.pins.back().place), "h.kbl:8:1");
+  EXPECT_EQ(WarningLines(document), "");
+}
+
+TEST(KblReaderTest, ASpliceNeedsNoPinsOfItsHousing) {
+  const WiringDocument document =
+      ReadKblText(TwoConnectors()
+                      .InHarness("<Connector_occurrence id='s'><Id>S</Id><Usage>splice</Usage><Part>H</Part>"
+                                 "<Contact_points id='a'/><Contact_points id='b'/></Connector_occurrence>")
+                      .Wire({"X1:1", "a"})
+                      .Wire({"X2:1", "b"})
+                      .Text());
+  EXPECT_EQ(ConnectedNets(document), "X1.1 X2.1");
+  EXPECT_EQ(WarningLines(document), "");
+}
+
+TEST(KblReaderTest, NullIsNoValue) {
+  KblText kbl = TwoConnectors();
+  kbl.Connector("/NULL", "H", {"1"}, "splice");
+  kbl.InHarness(
+      "<Connector_occurrence><Id>R</Id><Usage>/NULL</Usage><Contact_points id='r'><Id>/NULL</Id>"
+      "</Contact_points></Connector_occurrence>");
+  const WiringDocument document =
+      ReadKblText(kbl.Wire({"X1:1", "/NULL:1"}, "/NULL").Wire({"/NULL:1", "r"}, " /NULL ").Text());
+  EXPECT_EQ(ConnectedNets(document), "X1.1 R.r");
+  EXPECT_EQ(document.nets.front().name, "");
+}
+
+TEST(KblReaderTest, TextsWithNullInThemAreValues) {
+  const WiringDocument document =
+      ReadKblText(KblText().Housing("H", {"/NULL1"}).Connector("NULL", "H", {"/NULL1"}).Text());
+  EXPECT_EQ(AllPins(document), "NULL./NULL1");
 }
 
 }  // namespace

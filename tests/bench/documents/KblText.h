@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "bench/documents/KblReader.h"
+
 namespace kxbench::documents {
 
 /// Puts KBL files together for tests: connectors with cavities, wires between contact points.
@@ -75,5 +77,15 @@ class KblText {
   std::string harness_;
   int wires_ = 0;
 };
+
+inline WiringDocument ReadKblText(const std::string& text) { return ReadKbl("h.kbl", text); }
+
+/// Two connectors of three cavities.
+inline KblText TwoConnectors() {
+  return KblText()
+      .Housing("H", {"1", "2", "3"})
+      .Connector("X1", "H", {"1", "2", "3"})
+      .Connector("X2", "H", {"1", "2", "3"});
+}
 
 }  // namespace kxbench::documents

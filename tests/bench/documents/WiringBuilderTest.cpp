@@ -57,6 +57,19 @@ TEST_F(WiringBuilderTest, PinsStandByConnectorAtTheirFirstPlace) {
   EXPECT_EQ(PlaceText(document.pins[1].place), "list.csv:3");
 }
 
+TEST_F(WiringBuilderTest, ConnectorsStandWhereTheyAreAddedAndCountOnceTheyHavePins) {
+  builder_.AddConnector("X3");
+  builder_.AddConnector("X2");
+  builder_.AddConnector("S1");
+  builder_.MakeSplice("S1");
+  At("X1", "1");
+  At("X2", "1");
+  const WiringDocument document = builder_.Take();
+  EXPECT_THAT(PinTextsByNet(document), ElementsAre(ElementsAre("X2.1"), ElementsAre("X1.1")));
+  EXPECT_EQ(document.connectors, 2U);
+  EXPECT_EQ(document.splices, 0U);
+}
+
 TEST_F(WiringBuilderTest, ASpliceJoinsItsWiresAndVanishes) {
   Wire({"X1", "1"}, {"S1", "1"});
   Wire({"X2", "1"}, {"S1", "2"});
