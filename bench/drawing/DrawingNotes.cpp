@@ -93,7 +93,8 @@ class NoteWriter {
   }
 
   bool AnyPinIsSingle() const {
-    std::vector<bool> connected(parts_.picture.pins.size());
+    std::vector<bool> connected;
+    for (const DrawnPin& pin : parts_.picture.pins) connected.push_back(pin.suspended);  // says so itself
     for (const DrawnNet& net : parts_.picture.nets) {
       if (net.pins.size() < 2) continue;
       for (const std::size_t pin : net.pins) connected[pin] = true;

@@ -161,6 +161,8 @@ TEST(Drawing, TheLegendExplainsWhatOccurs) {
   EXPECT_THAT(LegendOf(straight), IsEmpty());
   straight.nets.pop_back();
   EXPECT_THAT(LegendOf(straight), ElementsAre("connected to nothing"));
+  straight.pins[3].suspended = straight.pins[7].suspended = true;
+  EXPECT_THAT(LegendOf(straight), IsEmpty());
   const HarnessPicture crossed = Cable({{"", {0, 5}}, {"", {1, 4}}, {"", {2, 6}}, {"", {3, 7}}});
   EXPECT_THAT(LegendOf(crossed), ElementsAre("lines that cross without a dot are not connected"));
   FaultMark mark = MarkOf("plug-reversed", {5, 6, 7, 8}, "plug reversed");
