@@ -90,6 +90,15 @@ KeptTexts TextsIn(const json& faults) {
   return texts;
 }
 
+/// The text of a fault without what was measured: ", 0.2 Ohm" or ", a joint of 500 Ohm".
+std::string WithoutOhm(std::string text) {
+  const std::string unit = " Ohm";
+  const std::size_t end = text.find(unit);
+  const std::size_t begin = end == std::string::npos ? end : text.rfind(", ", end);
+  if (begin != std::string::npos) text.erase(begin, end + unit.size() - begin);
+  return text;
+}
+
 /// The diagnosis that was made of the nets in the output, which holds more than its faults do there, but not
 /// what was measured in Ohm: that is in the texts alone.
 std::vector<FaultMark> MarksOfNets(const diagnosis::Observation& observation, const KeptTexts& texts,
@@ -101,9 +110,12 @@ std::vector<FaultMark> MarksOfNets(const diagnosis::Observation& observation, co
   const FaultTextOf text = [&](const Fault& fault) {
     std::string made = diagnosis::FaultText(fault, label);
     const auto kept = texts.find({fault.kind, fault.channels});
-    // Plugs shifted this way or that have the same channels.
-    const bool certain = kept != texts.end() && kept->second.size() == 1;
-    return certain ? *kept->second.begin() : made;
+    if (kept == texts.end()) return made;
+    // Another explanation may have this kind and these channels in other words.
+    const std::string words = WithoutOhm(made);
+    const auto same = std::find_if(kept->second.begin(), kept->second.end(),
+                                   [&](const std::string& each) { return WithoutOhm(each) == words; });
+    return same == kept->second.end() ? made : *same;
   };
   return MarksWithTexts(diagnosis::Diagnose(observation), label, text);
 }
