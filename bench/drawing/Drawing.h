@@ -73,9 +73,22 @@ std::vector<FaultMark> MarksOf(const diagnosis::Diagnosis& diagnosis, const diag
 /// not known is marked as compound.
 FaultMark MarkOf(const std::string& kind, const std::vector<std::int32_t>& channels, const std::string& text);
 
-/// The faults in the output of `kxbench diagnose --format json`. Throws std::runtime_error, with one clause
-/// that says why, for anything else.
-std::vector<FaultMark> MarksFromJson(const std::string& json, const HarnessPicture& picture);
+/// A diagnosis that a program wrote.
+struct KeptDiagnosis {
+  bool failed = false;  ///< by its verdict, or by a fault that is no hint
+  std::vector<FaultMark> marks;
+};
+
+/// The output of `kxbench diagnose --format json`. Where its verdict is "fail" and no fault says why, the
+/// first mark does, which has no channels. Throws std::runtime_error, with one clause that says why, for
+/// anything else, and for the diagnosis of a harness with other nets than the picture's.
+KeptDiagnosis DiagnosisFromJson(const std::string& json, const HarnessPicture& picture);
+
+/// "2 faults marked"; "1 fault marked, 1 in the list alone" where the picture has no channel of a fault.
+std::string MarkedText(const HarnessPicture& picture, const std::vector<FaultMark>& marks);
+
+/// What of the faults the picture cannot show, a line each without its end.
+std::vector<std::string> UnmarkedTexts(const HarnessPicture& picture, const std::vector<FaultMark>& marks);
 
 struct DrawingOptions {
   bool colours = true;    ///< nets in several dark colours while no fault is marked; else all in black

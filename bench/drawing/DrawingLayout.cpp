@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "bench/drawing/DrawingPlacement.h"
@@ -28,9 +29,13 @@ constexpr double LeastChannelWidth = 150;
 constexpr double WideTrack = 9;
 constexpr double NarrowTrack = 7.5;
 constexpr std::size_t MostWideTracks = 40;
-constexpr double TrackGap = 6;      // between lines on one track
-constexpr double PortShift = 3;     // two nets' ports that face each other
-constexpr double ExtraShift = 6.5;  // of ports of extra lines
+constexpr double TrackGap = 6;  // between lines on one track
+// Of ports, from the middles of their rows. Lines that are 3.4 and 3 wide fit between one another, and each
+// is nearer to its own pin's dot than to that of the next row.
+constexpr double PortShift = 3;            // two nets' ports that face each other
+constexpr double PortShiftAtExtra = 5.4;   // the same where an extra line ends
+constexpr double ExtraShift = 5.6;         // of extra lines
+constexpr double ExtraShiftBetween = 1.8;  // the same between two nets' ports
 
 struct Seat {
   std::size_t box = 0;
@@ -41,7 +46,8 @@ class Layouter {
  public:
   Layouter(const HarnessPicture& picture, const Marks& marks)
       : picture_(picture), marks_(marks), netOf_(picture.pins.size()), seats_(picture.pins.size()) {
-    layout_.rowHeight = picture.pins.size() > MostPinsInWideRows ? NarrowRow : WideRow;
+    const bool narrow = picture.pins.size() > MostPinsInWideRows && marks.extras.empty();
+    layout_.rowHeight = narrow ? NarrowRow : WideRow;
     for (std::size_t net = 0; net < picture.nets.size(); ++net) {
       if (picture.nets[net].pins.size() < 2) continue;
       for (const std::size_t pin : picture.nets[net].pins) netOf_[pin] = net;
@@ -68,6 +74,7 @@ class Layouter {
 
   void PlaceBoxes() {
     const std::vector<DrawnBlock> blocks = BlocksOf(picture_);
+    for (const DrawnBlock& block : blocks) titles_.push_back(block.title);
     const Placement placement = Placed(blocks, picture_);
     AddBoxes(blocks, placement.left, true, placement.leftShift);
     AddBoxes(blocks, placement.right, false, placement.rightShift);
@@ -84,7 +91,7 @@ class Layouter {
                    blocks[block].title,
                    marks_.connectors.contains(blocks[block].title),
                    {}};
-      box.title = Shortened(box.fullTitle, MostTitleEms);
+      box.title = ShortenedApart(box.fullTitle, titles_, MostTitleEms);
       y += layout_.rowHeight;
       for (const std::size_t pin : blocks[block].pins) {
         seats_[pin] = {layout_.boxes.size(), box.rows.size()};
@@ -103,13 +110,12 @@ class Layouter {
     DrawnRow row{index, y, {0, y}, Shortened(pin.name, MostNameEms), channel, ""};
     if (row.name.empty()) std::swap(row.name, row.channel);
     if (!marks_.notes[index].empty()) {
-      row.note = marks_.notes[index];
+      row.note = ShortNote(marks_.notes[index], titles_, MostNoteEms);
     } else if (pin.suspended) {
       row.note = "suspended";
     } else if (netOf_[index]) {
-      row.note = picture_.nets[*netOf_[index]].name;
+      row.note = Shortened(picture_.nets[*netOf_[index]].name, MostNoteEms);
     }
-    row.note = Shortened(row.note, MostNoteEms);
     return row;
   }
 
@@ -140,6 +146,10 @@ class Layouter {
   /// Two pins that face each other, with lines of different nets, get ports one above the other.
   void ChoosePorts() {
     std::map<double, std::vector<std::size_t>> rows;
+    std::set<double> rowsWithExtras;
+    for (const ExtraLine& extra : marks_.extras) {
+      rowsWithExtras.insert({RowOf(extra.from).y, RowOf(extra.to).y});
+    }
     for (const DrawnBox& box : layout_.boxes) {
       for (const DrawnRow& row : box.rows) {
         if (netOf_[row.pin]) rows[row.y].push_back(row.pin);
@@ -147,11 +157,16 @@ class Layouter {
     }
     for (const auto& [y, pins] : rows) {
       if (pins.size() != 2 || netOf_[pins[0]] == netOf_[pins[1]]) continue;
-      for (const std::size_t pin : pins) RowOf(pin).port.y = y + (IsLeft(pin) ? -PortShift : PortShift);
+      const double shift = rowsWithExtras.contains(y) ? PortShiftAtExtra : PortShift;
+      for (const std::size_t pin : pins) RowOf(pin).port.y = y + (IsLeft(pin) ? -shift : shift);
     }
   }
 
-  double ExtraPort(std::size_t pin) { return RowOf(pin).y + (IsLeft(pin) ? ExtraShift : -ExtraShift); }
+  double ExtraPort(std::size_t pin) {
+    const DrawnRow& row = RowOf(pin);
+    const double shift = row.port.y == row.y ? ExtraShift : ExtraShiftBetween;
+    return row.y + (IsLeft(pin) ? shift : -shift);
+  }
 
   Tracks RouteLines() {
     std::vector<std::vector<Terminal>> lines;
@@ -239,6 +254,7 @@ class Layouter {
   const Marks& marks_;
   std::vector<std::optional<std::size_t>> netOf_;
   std::vector<Seat> seats_;
+  std::vector<std::string> titles_;
   std::vector<std::size_t> nets_;  // those with lines
   std::map<std::size_t, std::size_t> linesOnTrack_;
   double trackPitch_ = 0;

@@ -82,6 +82,9 @@ struct DrawingLayout {
 inline constexpr double FontSize = 11;
 inline constexpr double TitleSize = 12;
 
+/// Whether lines of different nets, or extra lines, cross.
+bool LinesCross(const DrawingLayout& layout);
+
 DrawingLayout LaidOut(const HarnessPicture& picture, const Marks& marks);
 
 }  // namespace kxbench::drawing

@@ -94,9 +94,18 @@ class Marker {
     for (const std::size_t net : nets) marks_.nets[net] = std::max(marks_.nets[net], mark);
   }
 
-  void Note(std::size_t pin, const std::string& text) {
-    std::string& note = marks_.notes[pin];
-    note += (note.empty() ? "F" : ", F") + std::to_string(number_) + " " + text;
+  void Note(std::size_t pin, const std::string& word) {
+    marks_.notes[pin].push_back({number_, word, "", ""});
+  }
+
+  /// That the pin's wire lies there. A connector's name may be shortened, so it stands alone.
+  void NoteMove(std::size_t pin, const DrawnPin& there) {
+    const std::string label = PinLabel(there);
+    const std::size_t size = there.connector.size();
+    const bool split = size > 0 && !there.name.empty() && label.size() == size + 1 + there.name.size() &&
+                       label.starts_with(there.connector) && label.ends_with(there.name);
+    marks_.notes[pin].push_back(
+        {number_, "→", split ? there.connector : "", split ? label.substr(size) : label});
   }
 
   void Say(const Fault& fault, const std::string& word) {
@@ -182,10 +191,11 @@ class Marker {
       const auto from = PinOf(move.from);
       std::optional<std::size_t> to;
       if (move.to) to = PinOf(*move.to);
-      const std::string place = to        ? PinLabel(picture_.pins[*to])
-                                : move.to ? std::to_string(*move.to)
-                                          : "nothing";
-      if (from) Note(*from, "→ " + place);
+      if (from && to) {
+        NoteMove(*from, picture_.pins[*to]);
+      } else if (from) {
+        Note(*from, "→ " + (move.to ? std::to_string(*move.to) : "nothing"));
+      }
       if (from && to && !IsPlugFault(fault.kind)) AddMove(moves, move, *from, *to);
     }
   }

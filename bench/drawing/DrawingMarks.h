@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "bench/drawing/Drawing.h"
+#include "bench/drawing/DrawingPinNotes.h"
 
 namespace kxbench::drawing {
 
@@ -32,7 +33,7 @@ struct ExtraLine {
 
 /// What faults change in a picture.
 struct Marks {
-  std::vector<std::string> notes;               ///< of each pin: "F1 open"; empty for none
+  std::vector<std::vector<PinNote>> notes;      ///< of each pin
   std::vector<bool> cameOff;                    ///< of each pin: its line is drawn as open
   std::vector<NetMark> nets;                    ///< of each net of the picture
   std::vector<ExtraLine> extras;                ///< at most one at each pin

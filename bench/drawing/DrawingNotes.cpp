@@ -47,6 +47,15 @@ class NoteWriter {
       entries.push_back({SampleLine({Black, 1.5, ""}) + "<path stroke=\"" + Black +
                              "\" stroke-width=\"1.5\" d=\"M17 0V12\"/><circle cx=\"17\" cy=\"6\" r=\"2.8\"/>",
                          "connected; lines that cross without a dot are not"});
+    } else if (LinesCross(parts_.layout)) {
+      entries.push_back({SampleLine({Black, 1.5, ""}) + "<path stroke=\"" + Black +
+                             "\" stroke-width=\"1.5\" d=\"M17 0V12\"/>",
+                         "lines that cross without a dot are not connected"});
+    }
+    if (AnyPinIsSingle()) {
+      entries.push_back({std::string("<circle cx=\"17\" cy=\"6\" r=\"2.5\" fill=\"#ffffff\"") +
+                             Attribute("stroke", Grey) + "/>",
+                         "connected to nothing"});
     }
     if (lines([](const DrawnLine& line) {
           return std::any_of(line.branches.begin(), line.branches.end(),
@@ -71,10 +80,26 @@ class NoteWriter {
       entries.push_back({SampleLine(StyleOf(ExtraKind::Move)) + ArrowHead(34, 6, Direction::Right),
                          "the contact that a wire lies on instead of its own"});
     }
+    if (std::any_of(parts_.layout.boxes.begin(), parts_.layout.boxes.end(),
+                    [](const DrawnBox& box) { return box.wrongPlug; })) {
+      entries.push_back({"<rect x=\"3\" y=\"1\" width=\"28\" height=\"10\" rx=\"2\" fill=\"#ffffff\"" +
+                             Attribute("stroke", Red) + " stroke-width=\"3\"/>",
+                         "plug in the wrong place, reversed or shifted"});
+    }
     if (extras(ExtraKind::Excluded)) {
       entries.push_back({SampleLine(StyleOf(ExtraKind::Excluded)), "pair left out of the check"});
     }
     return entries;
+  }
+
+  bool AnyPinIsSingle() const {
+    std::vector<bool> connected;
+    for (const DrawnPin& pin : parts_.picture.pins) connected.push_back(pin.suspended);  // says so itself
+    for (const DrawnNet& net : parts_.picture.nets) {
+      if (net.pins.size() < 2) continue;
+      for (const std::size_t pin : net.pins) connected[pin] = true;
+    }
+    return std::find(connected.begin(), connected.end(), false) != connected.end();
   }
 
   double AddLegend(double y) {

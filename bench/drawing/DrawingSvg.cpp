@@ -99,10 +99,7 @@ class SvgWriter {
   double Room() const { return width_ - 2 * DrawingMargin; }
 
   std::string Summary() const {
-    const std::string faults = faults_.empty()       ? ""
-                               : faults_.size() == 1 ? "1 fault marked; "
-                                                     : std::to_string(faults_.size()) + " faults marked; ";
-    return faults + SummaryText(picture_);
+    return (faults_.empty() ? "" : MarkedText(picture_, faults_) + "; ") + SummaryText(picture_);
   }
 
   LineStyle StyleOfLine(const DrawnLine& line) const {
@@ -198,7 +195,8 @@ class SvgWriter {
     const double y = Y(row.y);
     body_ += "<g class=\"pin\"" + Attribute("id", Id("p", row.pin));
     if (connected) body_ += Attribute("data-net", Id("n", netOf_[row.pin]));
-    body_ += "><title>" + XmlText(LongPinLabel(pin)) + "</title>";
+    const std::string note = faulty ? ": " + NoteText(marks_.notes[row.pin]) : "";
+    body_ += "><title>" + XmlText(LongPinLabel(pin) + note) + "</title>";
     body_ += TextElement(X(column.nameX), y, anchor, row.name, ink);
     body_ += TextElement(X(column.noteX), y, anchor, row.note,
                          faulty ? Attribute("fill", Red) + " font-weight=\"bold\" class=\"note\""

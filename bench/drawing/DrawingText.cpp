@@ -1,5 +1,6 @@
 #include "bench/drawing/DrawingText.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -93,6 +94,38 @@ std::string Shortened(const std::string& utf8, double ems) {
     letterWithMarks += letter.bytes;
   }
   return text + std::string(Ellipsis);
+}
+
+std::string ShortenedInside(const std::string& utf8, double ems) {
+  if (TextWidth(utf8) <= ems) return utf8;
+  const std::string begin = Shortened(utf8, ems / 2);
+  // The longest end that fits, from the first letter on that is no mark.
+  for (std::string_view rest = utf8; !rest.empty();) {
+    const std::string_view end = rest;
+    const Letter letter(rest);
+    if (!IsMark(letter.code) && TextWidth(end) + TextWidth(begin) <= ems) return begin + std::string(end);
+  }
+  return begin;
+}
+
+std::string ShortenedApart(const std::string& name, const std::vector<std::string>& names, double ems) {
+  // Whether nothing else could be meant: no other name has the same beginning and end.
+  const auto unique = [&](const std::string& text) {
+    const std::size_t cut = text.find(Ellipsis);
+    if (cut == std::string::npos) return true;
+    const std::string begin = text.substr(0, cut);
+    const std::string end = text.substr(cut + Ellipsis.size());
+    return std::none_of(names.begin(), names.end(), [&](const std::string& other) {
+      return other != name && other.starts_with(begin) && other.ends_with(end);
+    });
+  };
+  const std::string beginning = Shortened(name, ems);
+  if (beginning == name || unique(beginning)) return beginning;
+  for (double room = ems; room < TextWidth(name); room += 2) {
+    std::string inside = ShortenedInside(name, room);
+    if (unique(inside)) return inside;
+  }
+  return name;
 }
 
 std::vector<std::string> Wrapped(const std::string& utf8, double ems) {

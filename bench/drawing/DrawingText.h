@@ -18,6 +18,13 @@ double BoldTextWidth(std::string_view utf8);
 /// mark that belongs to the letter in front of it.
 std::string Shortened(const std::string& utf8, double ems);
 
+/// The text, or its beginning and its end with "…" between them where it is wider than `ems`.
+std::string ShortenedInside(const std::string& utf8, double ems);
+
+/// One of `names`, shortened so that no other of them can be meant: its beginning, else its beginning and its
+/// end, else wider than `ems`.
+std::string ShortenedApart(const std::string& name, const std::vector<std::string>& names, double ems);
+
 /// Lines of at most `ems`, broken at blanks; a word that is wider stands on a line of its own, shortened.
 std::vector<std::string> Wrapped(const std::string& utf8, double ems);
 

@@ -50,7 +50,8 @@ class DrawCommand : public Command {
            "channels.\n"
            "--faults stands after FILE. Without RESULT it measures the connected device, as kxbench diagnose "
            "does; RESULT\n"
-           "is what kxbench diagnose --format json printed. Exit status 1 when faults were marked.";
+           "is what kxbench diagnose --format json printed. Exit status 1 when it has faults, or says that\n"
+           "a check failed.";
   }
 
   void Declare(OptionList& list) override {
@@ -97,7 +98,7 @@ class DrawCommand : public Command {
       marked = ReadFaults(picture);
     }
     interaction.HideProgress();
-    Save(format, picture, marked);
+    Save(format, picture, marked, interaction);
     return marked.status;
   }
 
@@ -125,7 +126,7 @@ class DrawCommand : public Command {
       const drawing::HarnessPicture picture =
           drawing::PictureOf(read.document, Utf8FromPath(PathFromUtf8(file_).filename()), channels);
       const Marked marked = faults_ ? ReadFaults(picture) : Marked();
-      Save(format, picture, marked);
+      Save(format, picture, marked, interaction);
       return marked.status;
     });
   }
@@ -157,22 +158,22 @@ class DrawCommand : public Command {
     try {
       const std::string json = shorttest::ReadWholeFile(
           shorttest::AbsolutePath(*faults_), shorttest::MostTextBytes, shorttest::ReadFrom::Anything);
-      marked.faults = drawing::MarksFromJson(json, picture);
+      drawing::KeptDiagnosis kept = drawing::DiagnosisFromJson(json, picture);
+      marked.faults = std::move(kept.marks);
+      if (kept.failed) marked.status = ExitStatus::Findings;
     } catch (const std::system_error& error) {
       throw Failure("--faults: " + std::string(error.what()));
     } catch (const std::runtime_error& error) {
       throw Failure("--faults " + *faults_ + ": " + error.what());
     }
-    // A hint changes no verdict.
-    const bool failed = std::any_of(marked.faults.begin(), marked.faults.end(), [](const auto& mark) {
-      return mark.fault.kind != diagnosis::FaultKind::HighResistance;
-    });
-    if (failed) marked.status = ExitStatus::Findings;
     return marked;
   }
 
-  void Save(PictureFormat format, const drawing::HarnessPicture& picture, const Marked& marked) const {
-    const std::size_t faults = marked.faults.size();
+  void Save(PictureFormat format, const drawing::HarnessPicture& picture, const Marked& marked,
+            Interaction& interaction) const {
+    for (const std::string& line : drawing::UnmarkedTexts(picture, marked.faults)) {
+      interaction.Tell("draw " + file_ + ": " + line);
+    }
     const std::string text = format == PictureFormat::Svg ? drawing::SvgOf(picture, marked.faults)
                                                           : drawing::HtmlOf(picture, marked.faults);
     if (*picture_ == ToStandardOutput) return StandardOutput().Write(text);
@@ -182,7 +183,7 @@ class DrawCommand : public Command {
       throw Failure("-o: " + std::string(error.what()));
     }
     std::string line = *picture_ + ": " + file_ + " drawn";
-    if (faults_) line += ", " + std::to_string(faults) + (faults == 1 ? " fault marked" : " faults marked");
+    if (faults_) line += ", " + drawing::MarkedText(picture, marked.faults);
     StandardOutput().Write(line + "\n");
   }
 

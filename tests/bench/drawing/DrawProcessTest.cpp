@@ -147,6 +147,58 @@ TEST_F(DrawProcess, ADiagnosisThatWasKeptGivesTheSameDrawing) {
   EXPECT_EQ(BytesOf(In("kept.svg")), BytesOf(In("measured.svg")));
 }
 
+/// What `diagnose` prints of a good device, with a "fail" in place of its "pass", as after a check whose nets
+/// are as expected.
+TEST_F(DrawProcess, AFailedCheckIsSaidThoughNoFaultCanBeMarked) {
+  std::string json =
+      Run("trailer-adapter", {"--device", Device("trailer-adapter", "good"), "--format", "json"}, "diagnose")
+          .output;
+  const std::string pass = "\"pass\"";
+  ASSERT_NE(json.find(pass), std::string::npos);
+  folder_.Write("result.json", json.replace(json.find(pass), pass.size(), "\"fail\""));
+  const ProcessResult result = Run("trailer-adapter", {"-o", "p.svg", "--faults", "result.json"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.output, HasSubstr("0 faults marked, 1 in the list alone"));
+  EXPECT_THAT(result.errors, HasSubstr("the check failed, though the nets are as expected"));
+  EXPECT_THAT(BytesOf(In("p.svg")), HasSubstr("the check failed, though the nets are as expected"));
+}
+
+TEST_F(DrawProcess, ADiagnosisOfAnotherHarnessIsRefused) {
+  folder_.Write("other.json",
+                Run("null-modem-cable",
+                    {"--device", Device("null-modem-cable", "open-wire"), "--format", "json"}, "diagnose")
+                    .output);
+  const ProcessResult result = Run("trailer-adapter", {"-o", "p.svg", "--faults", "other.json"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_THAT(
+      result.errors,
+      HasSubstr("other.json: it is a diagnosis of another harness than trailer-adapter.dat: it expects"));
+  EXPECT_FALSE(fs::exists(In("p.svg")));
+  const ProcessResult document = RunOnDocument(
+      "trailer-adapter", ".csv", {"-o", "p.svg", "--map", Map("trailer-adapter"), "--faults", "other.json"});
+  EXPECT_EQ(document.status, 2);
+}
+
+TEST_F(DrawProcess, DocumentsTakeTheDiagnosisOfTheirExpectation) {
+  folder_.Write("result.json",
+                Run("trailer-adapter",
+                    {"--device", Device("trailer-adapter", "open-wire"), "--format", "json"}, "diagnose")
+                    .output);
+  for (const std::string ending : {".csv", ".yml", ".kbl"}) {
+    const ProcessResult mapped =
+        RunOnDocument("trailer-adapter", ending,
+                      {"-o", "p.svg", "--map", Map("trailer-adapter"), "--faults", "result.json"});
+    EXPECT_EQ(mapped.status, 1) << mapped.errors;
+    EXPECT_THAT(mapped.output, HasSubstr("1 fault marked"));
+    EXPECT_EQ(mapped.errors, "");
+    const ProcessResult unmapped =
+        RunOnDocument("trailer-adapter", ending, {"-o", "p.svg", "--faults", "result.json"});
+    EXPECT_EQ(unmapped.status, 1);
+    EXPECT_THAT(unmapped.output, HasSubstr("0 faults marked, 1 in the list alone"));
+    EXPECT_THAT(unmapped.errors, HasSubstr("F1 is marked nowhere"));
+  }
+}
+
 TEST_F(DrawProcess, DocumentsAreDrawnWithAndWithoutTheirMap) {
   const std::string example = "trailer-adapter";
   for (const std::string ending : {".csv", ".yml", ".kbl"}) {

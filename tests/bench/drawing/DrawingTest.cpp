@@ -130,6 +130,46 @@ TEST(Drawing, AFaultOfAChannelThatIsNotThereIsListed) {
   EXPECT_THAT(drawn.Texts("//text"), testing::Contains("open: 99"));
 }
 
+TEST(Drawing, ConnectorsHaveDifferentTitles) {
+  HarnessPicture picture = Cable({});
+  const std::string name = "Steckverbinder der Instrumententafel, Fahrerseite, ";
+  for (DrawnPin& pin : picture.pins) pin.connector = name + (pin.connector == "A" ? "oben" : "unten");
+  const std::vector<std::string> titles = Drawn(SvgOf(picture)).Texts("//g[@class='box']/text");
+  ASSERT_EQ(titles.size(), 2U);
+  EXPECT_NE(titles[0], titles[1]);
+  EXPECT_THAT(titles[0], HasSubstr("…"));
+}
+
+TEST(Drawing, ThePinsOwnTitleHasTheWholeNote) {
+  HarnessPicture picture = Cable({{"", {0, 4}}, {"", {1, 5}}});
+  picture.pins[1].connector = picture.pins[0].connector = "Kombiinstrument rechts unten";
+  const Drawn drawn(SvgOf(picture, {MarkOf("swapped", {1, 2}, "swapped"), MarkOf("open", {1}, "open")}));
+  EXPECT_THAT(
+      drawn.Texts("//g[@id='p1']/title"),
+      ElementsAre("1 (Kombiinstrument rechts unten.1): F1 → Kombiinstrument rechts unten.2, F2 open"));
+  const std::string note = drawn.Texts("//g[@id='p1']/text[contains(@class, 'note')]").at(0);
+  EXPECT_THAT(note, testing::StartsWith("F1 → Kombi"));
+  EXPECT_THAT(note, testing::EndsWith("….2, F2"));
+}
+
+std::vector<std::string> LegendOf(const HarnessPicture& picture, const std::vector<FaultMark>& marks = {}) {
+  return Drawn(SvgOf(picture, marks)).Texts("//g[@class='legend']/following-sibling::text[1]");
+}
+
+TEST(Drawing, TheLegendExplainsWhatOccurs) {
+  HarnessPicture straight = Cable({{"", {0, 4}}, {"", {1, 5}}, {"", {2, 6}}, {"", {3, 7}}});
+  EXPECT_THAT(LegendOf(straight), IsEmpty());
+  straight.nets.pop_back();
+  EXPECT_THAT(LegendOf(straight), ElementsAre("connected to nothing"));
+  straight.pins[3].suspended = straight.pins[7].suspended = true;
+  EXPECT_THAT(LegendOf(straight), IsEmpty());
+  const HarnessPicture crossed = Cable({{"", {0, 5}}, {"", {1, 4}}, {"", {2, 6}}, {"", {3, 7}}});
+  EXPECT_THAT(LegendOf(crossed), ElementsAre("lines that cross without a dot are not connected"));
+  FaultMark mark = MarkOf("plug-reversed", {5, 6, 7, 8}, "plug reversed");
+  mark.fault.plugs = {"B"};
+  EXPECT_THAT(LegendOf(crossed, {mark}), testing::Contains("plug in the wrong place, reversed or shifted"));
+}
+
 TEST(Drawing, SuspendedPinsAndPairsLeftOutAreShownAsSuch) {
   HarnessPicture picture = Cable({{"", {0, 4}}});
   picture.pins[3].suspended = true;

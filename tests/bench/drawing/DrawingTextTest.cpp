@@ -15,6 +15,20 @@ TEST(DrawingText, ShortTextsStayAndLongOnesEndInDots) {
   EXPECT_EQ(Shortened("", 0), "");
 }
 
+TEST(DrawingText, NamesThatBeginAlikeAreShortenedApart) {
+  const std::string left = "Kombiinstrument, Sitz links vorne";
+  const std::string right = "Kombiinstrument, Sitz rechts vorne";
+  EXPECT_EQ(ShortenedApart(left, {left, "Heckleuchte"}, 8), Shortened(left, 8));
+  const std::string a = ShortenedApart(left, {left, right}, 8);
+  const std::string b = ShortenedApart(right, {left, right}, 8);
+  EXPECT_NE(a, b);
+  for (const std::string& text : {a, b}) EXPECT_THAT(text, testing::HasSubstr("…"));
+  EXPECT_EQ(ShortenedInside("WWWWWWWWW1", 4.8), "W…WW1");
+  EXPECT_EQ(ShortenedInside("X1", 4), "X1");
+  for (double ems = 0; ems < 20; ems += 0.5)
+    EXPECT_LE(TextWidth(ShortenedInside(left, ems)), std::max(ems, 1.1));
+}
+
 TEST(DrawingText, AMarkStaysOnItsLetter) {
   // u with a combining diaeresis fits as a whole or not at all.
   const std::string letter = "u\xCC\x88";
