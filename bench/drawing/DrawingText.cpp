@@ -98,7 +98,7 @@ std::string Shortened(const std::string& utf8, double ems) {
 
 std::string ShortenedInside(const std::string& utf8, double ems) {
   if (TextWidth(utf8) <= ems) return utf8;
-  const std::string begin = Shortened(utf8, ems / 2);
+  std::string begin = Shortened(utf8, ems / 2);
   // The longest end that fits, from the first letter on that is no mark.
   for (std::string_view rest = utf8; !rest.empty();) {
     const std::string_view end = rest;
@@ -119,7 +119,7 @@ std::string ShortenedApart(const std::string& name, const std::vector<std::strin
       return other != name && other.starts_with(begin) && other.ends_with(end);
     });
   };
-  const std::string beginning = Shortened(name, ems);
+  std::string beginning = Shortened(name, ems);
   if (beginning == name || unique(beginning)) return beginning;
   for (double room = ems; room < TextWidth(name); room += 2) {
     std::string inside = ShortenedInside(name, room);
