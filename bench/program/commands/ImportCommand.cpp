@@ -126,6 +126,7 @@ class ImportCommand : public Command {
     if (map_ && !assign_) files.sources.push_back(*map_);
     files.expectation = *output_;
     if (assign_) files.newMap = map_ ? *map_ : MapBeside(*output_);
+    files.newMapNamed = map_.has_value();
     files.names = names_;
     files.overwrite = overwrite_;
     return files;

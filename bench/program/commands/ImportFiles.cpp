@@ -1,5 +1,6 @@
 #include "bench/program/commands/ImportFiles.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
@@ -33,11 +34,26 @@ void RequireFilesOfTheirOwn(const ImportFiles& files, const std::vector<std::str
   }
 }
 
+/// Whether a map is one that an import assigned: without gaps, and as an import writes it.
+bool IsAssigned(const std::string& file, const std::string& text) {
+  try {
+    const documents::ChannelMap map = documents::ReadChannelMap(file, text);
+    std::int32_t next = map.empty() ? 0 : map.front().channel;
+    const bool gapless =
+        std::all_of(map.begin(), map.end(), [&next](const auto& entry) { return entry.channel == next++; });
+    return gapless && documents::ChannelMapText(map) == text;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
 std::string NewMapText(const ImportFiles& files, const documents::ChannelMap& map) {
   std::string text = documents::ChannelMapText(map);
   const std::string& file = *files.newMap;
-  const bool replaces = Exists(file) && shorttest::ReadWholeFile(shorttest::AbsolutePath(file)) != text;
-  if (replaces && !files.overwrite) {
+  if (files.overwrite || !Exists(file)) return text;
+  const std::string old = shorttest::ReadWholeFile(shorttest::AbsolutePath(file));
+  // An import that is repeated, of a newer drawing, needs nothing else; what somebody made is not lost.
+  if (old != text && (files.newMapNamed || !IsAssigned(file, old))) {
     throw Failure(file + " is another map: with --map " + file +
                   " and without --assign it is read, with --overwrite it is replaced");
   }

@@ -14,6 +14,7 @@ struct ImportFiles {
   std::vector<std::string> sources;  ///< document, map, what stands in front of it: read, so never written
   std::string expectation;
   std::optional<std::string> newMap;  ///< where the map goes that --assign made
+  bool newMapNamed = false;           ///< the user named that file
   std::optional<std::string> names;   ///< the project's ini file
   bool overwrite = false;
 };

@@ -180,13 +180,20 @@ TEST_F(DocumentProcess, ImportNeverReplacesAnotherMapUnasked) {
   EXPECT_FALSE(Exists("cable.dat"));
 }
 
-TEST_F(DocumentProcess, ImportNeverReplacesAMapOfTheAdapterBesideFile) {
-  Write("cable.csv", List);
-  Write("cable.map.csv", "connector,pin,channel\nX1,1,9\n");
+TEST_F(DocumentProcess, ImportReplacesTheMapBesideFileThatItMadeAndNoOther) {
   const std::vector<std::string> command = {"import", "cable.csv", "--assign", "1", "-o", "cable.dat"};
+  Write("cable.csv", "from,to\nX1.1,X2.1\n");
+  ASSERT_EQ(Run(command).status, 0);
+  Write("cable.csv", List);
+  EXPECT_EQ(Run(command).status, 0);
+  EXPECT_THAT(folder_.Read("cable.map.csv"), HasSubstr("X2,2,5"));
+
+  const std::string byHand = "connector,pin,channel\nX1,1,9\nX2,1,4\n";
+  Write("cable.map.csv", byHand);
+  const std::string before = folder_.Read("cable.dat");
   EXPECT_THAT(Run(command).errors, HasSubstr("cable.map.csv is another map"));
-  EXPECT_EQ(folder_.Read("cable.map.csv"), "connector,pin,channel\nX1,1,9\n");
-  EXPECT_FALSE(Exists("cable.dat"));
+  EXPECT_EQ(folder_.Read("cable.map.csv"), byHand);
+  EXPECT_EQ(folder_.Read("cable.dat"), before);
 }
 
 TEST_F(DocumentProcess, ImportWritesNoFileThatItReadsOrWritesOtherwise) {
