@@ -97,10 +97,12 @@ class ListReading {
       if (endsWithoutPin_++ == 0) firstEndWithoutPin_ = table_.PlaceOf(pin);
       return std::nullopt;
     }
-    if (pin.text.empty()) {
-      whole_.try_emplace(connector.text, table_.PlaceOf(connector));
-    } else {
-      parted_.insert(connector.text);
+    if (layout_.IsFromTo()) {  // a list of pins may mean it, such as one that was exported
+      if (pin.text.empty()) {
+        whole_.try_emplace(connector.text, table_.PlaceOf(connector));
+      } else {
+        parted_.insert(connector.text);
+      }
     }
     return builder_.AddPin({connector.text, pin.text}, table_.PlaceOf(connector));
   }

@@ -106,6 +106,7 @@ INSTANTIATE_TEST_SUITE_P(
         ListRow{"SteckerSlashPin", "Stecker/Pin;Potential\nX1.1;GND\nX2.3;GND\n", "X1.1 X2.3"},
         ListRow{"NoNetIsASinglePin", "net,connector,pin\n,X1,1\n,X2,3\n", "X1.1 | X2.3"},
         ListRow{"NotConnectedIsNoNet", "net,connector,pin\nNC,X1,1\nNC,X2,3\n-,X3,1\n", "X1.1 | X2.3 | X3.1"},
+        ListRow{"PointBesidePins", "net,connector,pin\nN1,X1,\nN1,X1,1\n,X1,2\n", "X1 X1.1 | X1.2"},
         ListRow{"ConnectorThatIsCalledOpen", "net,connector,pin\nN1,open,-\nN1,--,nc\n", "open.- --.nc"},
         ListRow{"NetOnEachLine", "net,pins\nGND,X1.1,X2.3,X3.4\n12V,X1.2\n", "X1.1 X2.3 X3.4 | X1.2"},
         ListRow{"NumberedPins", "Netz;Pin 1;Pin 2;Pin 3\nGND;X1.1;X2.3;X3.4\n12V;X1.2;X2.4;\n",
