@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "bench/documents/YamlDocumentText.h"
+#include "text/Utf8.h"
 
 namespace kxbench::documents {
 
@@ -39,6 +40,10 @@ void YamlDocument::Builder::OnScalar(const YAML::Mark& mark, const std::string& 
                                      const std::string& value) {
   YamlNode& node = AddScalar(mark, anchor);
   RefuseOpenQuote(content_);
+  // The parser makes single bytes of these two.
+  if (!shorttest::IsUtf8(value)) {
+    throw DocumentError(PlaceOf(mark), "the escapes \\N and \\_ are not read: write the character itself");
+  }
   node.text = value;
   node.quoted = tag == "!";
   Attach(node);
