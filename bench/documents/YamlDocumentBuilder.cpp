@@ -1,5 +1,7 @@
 #include "bench/documents/YamlDocumentBuilder.h"
 
+#include <yaml-cpp/mark.h>
+
 #include <algorithm>
 #include <string_view>
 #include <tuple>
